@@ -1,0 +1,325 @@
+// The grid is kept sparse: only occupied cells have an entry. An object stands in one of three places: in its single
+// cell, in each of its several cells, or in the list of large objects that every query scans. The split lets a query
+// skip the test for duplicates where there can't be any, and keeps an object from filling thousands of cells.
+// A query walks the cells of its rectangle, cut down to the occupied range; where that would touch more cells than
+// objects could fill, it goes through the objects instead.
+
+#include <geometry/clip/spatial_hash_container.h>
+
+#include <algorithm>
+#include <iterator>
+#include <set>
+
+#include <geometry/path/path_object_base.h>
+#include <geometry/polygon/polygon.h>
+
+namespace geometry
+{
+
+namespace
+{
+
+constexpr std::int64_t LargeExtentProduct = 10000; // above it, an object is large and a pass too long to walk
+constexpr std::int64_t WideQueryCellCount = 1000;  // from here on, a query finds duplicates with a set
+constexpr std::size_t FewObjectCount = 11;         // below it, a wide query walks no cells
+
+template <typename T>
+CBoundingRect<int> RectOf(T const & object)
+{
+    return ToIntegerRect(object.GetBoundingRect());
+}
+
+/// The cells that a rectangle in coordinates covers.
+template <typename R>
+R CellsOf(R const & rect, int cellSize)
+{
+    auto const [minX, maxX] = std::minmax({rect.minX / cellSize, rect.maxX / cellSize});
+    auto const [minY, maxY] = std::minmax({rect.minY / cellSize, rect.maxY / cellSize});
+    return R(minX, minY, maxX, maxY);
+}
+
+CBoundingRect<double> ReadAsDoubles(CBoundingRect<int> const & rect)
+{
+    return CBoundingRect<double>(rect.minX, rect.minY, rect.maxX, rect.maxY);
+}
+
+std::int64_t Extent(int from, int to)
+{
+    return std::max<std::int64_t>(std::int64_t{to} - from, 0);
+}
+
+/// How many cells a query asks for, before it is cut down to the occupied range.
+std::int64_t CountCells(CBoundingRect<int> const & rect, int cellSize)
+{
+    return (Extent(rect.minY, rect.maxY) / cellSize + 1) * (Extent(rect.minX, rect.maxX) / cellSize + 1);
+}
+
+bool IsSingleCell(CBoundingRect<int> const & cells)
+{
+    return cells.minX == cells.maxX && cells.minY == cells.maxY;
+}
+
+template <typename T>
+bool EraseFrom(std::vector<T*> & objects, T const* object)
+{
+    auto const found = std::find(objects.begin(), objects.end(), object);
+    if (found == objects.end())
+    {
+        return false;
+    }
+    objects.erase(found);
+    return true;
+}
+
+/// Takes an object out of one cell; an emptied cell loses its entry.
+template <typename CellMap, typename T>
+bool EraseFromCell(CellMap & cells, std::uint32_t id, T const* object)
+{
+    auto const cell = cells.find(id);
+    if (cell == cells.end())
+    {
+        return false;
+    }
+    bool const wasThere = EraseFrom(cell->second, object);
+    if (cell->second.empty())
+    {
+        cells.erase(cell);
+    }
+    return wasThere;
+}
+
+} // namespace
+
+// --- one pass over a range of cells ---
+
+template <typename T, typename R>
+CHashCalculator<T, R>::CHashCalculator(T const* object, int cellSize) : CHashCalculator(RectOf(*object), cellSize)
+{
+}
+
+template <typename T, typename R>
+CHashCalculator<T, R>::CHashCalculator(R const & rect, int cellSize) noexcept
+    : m_Cells(CellsOf(rect, cellSize)), m_Rect(rect), m_Column(static_cast<std::int16_t>(m_Cells->minX)),
+      m_Row(static_cast<std::int16_t>(m_Cells->minY))
+{
+}
+
+template <typename T, typename R>
+CHashCalculator<T, R>::CHashCalculator(R const & rect, int cellSize, R const & cellRange) noexcept : m_Rect(rect)
+{
+    R const cells = CellsOf(rect, cellSize);
+    if (!cells.Overlaps(cellRange))
+    {
+        return;
+    }
+    m_Cells = R(std::max(cells.minX, cellRange.minX), std::max(cells.minY, cellRange.minY),
+                std::min(cells.maxX, cellRange.maxX), std::min(cells.maxY, cellRange.maxY));
+    m_Column = static_cast<std::int16_t>(m_Cells->minX);
+    m_Row = static_cast<std::int16_t>(m_Cells->minY);
+}
+
+template <typename T, typename R>
+std::uint32_t CHashCalculator<T, R>::GetNextCellId() noexcept
+{
+    if (!m_Cells || m_Row > m_Cells->maxY)
+    {
+        return EndOfCells;
+    }
+    std::uint32_t const column = static_cast<std::uint16_t>(m_Column);
+    std::uint32_t const id = (column << 17) | static_cast<std::uint16_t>(m_Row);
+    if (m_Column >= m_Cells->maxX)
+    {
+        m_Column = static_cast<std::int16_t>(m_Cells->minX);
+        ++m_Row;
+    }
+    else
+    {
+        ++m_Column;
+    }
+    return id;
+}
+
+template <typename T, typename R>
+std::int64_t CHashCalculator<T, R>::GetExtentProduct(R const & cells) noexcept
+{
+    return Extent(cells.minX, cells.maxX) * Extent(cells.minY, cells.maxY);
+}
+
+// --- the container ---
+
+template <typename T, typename Calculator>
+CSpatialHashContainer<T, Calculator>::CSpatialHashContainer() = default;
+
+template <typename T, typename Calculator>
+CSpatialHashContainer<T, Calculator>::~CSpatialHashContainer()
+{
+    for (T* object : m_Objects)
+    {
+        delete object;
+    }
+}
+
+template <typename T, typename Calculator>
+void CSpatialHashContainer<T, Calculator>::Add(T* object)
+{
+    if (object == nullptr || m_ObjectCells.find(object) != m_ObjectCells.end())
+    {
+        return;
+    }
+    Calculator pass(object, m_CellSize);
+    CBoundingRect<int> const cells = *pass.GetCells();
+    auto const entry = m_ObjectCells.emplace(object, cells).first;
+    try
+    {
+        m_Objects.push_back(object);
+        EnterInCells(object, pass);
+    }
+    catch (...)
+    {
+        EraseFromCells(object, cells);
+        EraseFrom(m_Objects, object);
+        m_ObjectCells.erase(entry);
+        throw;
+    }
+    m_CellRange.Include(cells);
+}
+
+template <typename T, typename Calculator>
+void CSpatialHashContainer<T, Calculator>::EnterInCells(T* object, Calculator & pass)
+{
+    CBoundingRect<int> const & cells = *pass.GetCells();
+    if (Calculator::GetExtentProduct(cells) > LargeExtentProduct)
+    {
+        m_LargeObjects.push_back(object);
+        return;
+    }
+    // A pass names no cell twice and the object is new, so that no cell can hold it already.
+    CellMap & map = IsSingleCell(cells) ? m_SingleCellObjects : m_MultiCellObjects;
+    for (auto id = pass.GetNextCellId(); id != Calculator::EndOfCells; id = pass.GetNextCellId())
+    {
+        map[id].push_back(object);
+    }
+}
+
+/// Takes an object out of the place that its range belongs to; true if it was there. Copes with an object that was
+/// entered in some of its cells only, and with empty cells.
+template <typename T, typename Calculator>
+bool CSpatialHashContainer<T, Calculator>::EraseFromCells(T* object, CBoundingRect<int> const & cells) noexcept
+{
+    if (Calculator::GetExtentProduct(cells) > LargeExtentProduct)
+    {
+        return EraseFrom(m_LargeObjects, object);
+    }
+    CellMap & map = IsSingleCell(cells) ? m_SingleCellObjects : m_MultiCellObjects;
+    // The corners of the cells give back the same range: the products stay within 32 bits since the quotients did.
+    Calculator pass(CBoundingRect<int>(cells.minX * m_CellSize, cells.minY * m_CellSize, cells.maxX * m_CellSize,
+                                       cells.maxY * m_CellSize),
+                    m_CellSize);
+    bool wasThere = false;
+    for (auto id = pass.GetNextCellId(); id != Calculator::EndOfCells; id = pass.GetNextCellId())
+    {
+        wasThere = EraseFromCell(map, id, object) || wasThere;
+    }
+    return wasThere;
+}
+
+template <typename T, typename Calculator>
+T* CSpatialHashContainer<T, Calculator>::Remove(T* object) noexcept
+{
+    auto const entry = m_ObjectCells.find(object);
+    if (entry == m_ObjectCells.end())
+    {
+        return nullptr;
+    }
+    CBoundingRect<int> const cells = entry->second;
+    m_ObjectCells.erase(entry);
+    EraseFrom(m_Objects, object);
+    return EraseFromCells(object, cells) ? object : nullptr;
+}
+
+template <typename T, typename Calculator>
+void CSpatialHashContainer<T, Calculator>::RecalculateCellRange() noexcept
+{
+    m_CellRange.Reset();
+    for (auto const & entry : m_ObjectCells)
+    {
+        m_CellRange.Include(entry.second);
+    }
+}
+
+template <typename T, typename Calculator>
+void CSpatialHashContainer<T, Calculator>::Clear() noexcept
+{
+    m_MultiCellObjects.clear();
+    m_SingleCellObjects.clear();
+    m_LargeObjects.clear();
+    m_ObjectCells.clear();
+    m_Objects.clear();
+    m_CellRange.Reset();
+}
+
+/// Appends what overlaps the query, cell by cell and then the large objects. `isNew` says of an object of several
+/// cells whether this is its first appearance.
+template <typename T, typename Calculator>
+template <typename IsNew>
+void CSpatialHashContainer<T, Calculator>::WalkCells(Calculator & pass, CBoundingRect<double> const & query,
+                                                     std::vector<T*> & out, IsNew isNew) const
+{
+    auto const overlaps = [&query](T const* object) { return query.Overlaps(ReadAsDoubles(RectOf(*object))); };
+    for (auto id = pass.GetNextCellId(); id != Calculator::EndOfCells; id = pass.GetNextCellId())
+    {
+        if (auto const cell = m_MultiCellObjects.find(id); cell != m_MultiCellObjects.end())
+        {
+            for (T* object : cell->second)
+            {
+                if (overlaps(object) && isNew(object))
+                {
+                    out.push_back(object);
+                }
+            }
+        }
+        if (auto const cell = m_SingleCellObjects.find(id); cell != m_SingleCellObjects.end())
+        {
+            std::copy_if(cell->second.begin(), cell->second.end(), std::back_inserter(out), overlaps);
+        }
+    }
+    std::copy_if(m_LargeObjects.begin(), m_LargeObjects.end(), std::back_inserter(out), overlaps);
+}
+
+template <typename T, typename Calculator>
+void CSpatialHashContainer<T, Calculator>::GetObjectsInRect(CBoundingRect<double> const & rect,
+                                                            std::vector<T*> & out) const
+{
+    if (IsEmpty())
+    {
+        return;
+    }
+    CBoundingRect<int> const q = ToIntegerRect(rect);
+    CBoundingRect<double> const query = ReadAsDoubles(q);
+    Calculator pass(q, m_CellSize, m_CellRange);
+    if (CountCells(q, m_CellSize) < WideQueryCellCount)
+    {
+        // Sees what `out` held on entry, too.
+        WalkCells(pass, query, out,
+                  [&out](T* object) { return std::find(out.begin(), out.end(), object) == out.end(); });
+        return;
+    }
+    bool const isPassLong =
+        pass.GetCells() != nullptr && Calculator::GetExtentProduct(*pass.GetCells()) > LargeExtentProduct;
+    if (m_ObjectCells.size() < FewObjectCount || isPassLong)
+    {
+        // In adding order, which depends on the input alone, unlike the addresses.
+        std::copy_if(m_Objects.begin(), m_Objects.end(), std::back_inserter(out),
+                     [&query](T const* object) { return query.Overlaps(ReadAsDoubles(RectOf(*object))); });
+        return;
+    }
+    std::set<T*> seen;
+    WalkCells(pass, query, out, [&seen](T* object) { return seen.insert(object).second; });
+}
+
+template class CHashCalculator<CPathObjectBase, CBoundingRect<int>>;
+template class CHashCalculator<CPolygon, CBoundingRect<int>>;
+template class CSpatialHashContainer<CPathObjectBase, CHashCalculator<CPathObjectBase, CBoundingRect<int>>>;
+template class CSpatialHashContainer<CPolygon, CHashCalculator<CPolygon, CBoundingRect<int>>>;
+
+} // namespace geometry

@@ -1,0 +1,318 @@
+// What a polyline answers about a point and about another polyline. Pairs with an arc are the arc's work: the
+// overloads for other kinds hand over to the other object and swap the outputs back.
+#include <geometry/path/path_object_polyline.h>
+
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
+
+#include <geometry/arc/path_object_arc.h>
+
+#include "path/segment_kernels.h"
+
+namespace geometry
+{
+
+// --- points ----------------------------------------------------------------------------------------------------
+
+namespace
+{
+
+/// Like `IsPointOnSegment`, with the arithmetic of the path test: a tie of the ends goes to `b`.
+bool IsPointOnPathSegment(TPoint<double> const & a, TPoint<double> const & b, TPoint<double> const & point)
+{
+    if (IsExactlyEqual(a, point) || IsExactlyEqual(b, point))
+    {
+        return true;
+    }
+    TPoint<double> c = a;
+    if (!IsExactlyEqual(a, b))
+    {
+        double const dx = b.x - a.x;
+        double const dy = b.y - a.y;
+        double const t = (dx * (point.x - a.x) + dy * (point.y - a.y)) / (dx * dx + dy * dy);
+        if (0.0 <= t && t <= 1.0)
+        {
+            c = TPoint<double>(a.x + t * dx, a.y + t * dy);
+        }
+        else if (!(SquareDistance(a, point) < SquareDistance(b, point)))
+        {
+            c = b;
+        }
+    }
+    return c == point;
+}
+
+} // namespace
+
+bool CPathObjectPolyline::IsPointOnPath(double x, double y) const
+{
+    TPoint<double> const point(x, y);
+    for (std::size_t i = 1; i < m_Points.size(); ++i)
+    {
+        if (IsPointOnPathSegment(m_Points[i - 1], m_Points[i], point))
+        {
+            return true;
+        }
+    }
+    return false;
+}
+
+double CPathObjectPolyline::SquareDistanceToPoint(double x, double y, TPoint<double> & closest) const
+{
+    TPoint<double> const point(x, y);
+    double best = DBL_MAX;
+    for (std::size_t i = 1; i < m_Points.size(); ++i)
+    {
+        TPoint<double> c;
+        double const d = ClosestPointOnSegment(m_Points[i - 1], m_Points[i], point, c);
+        if (d < best)
+        {
+            best = d;
+            closest = c;
+        }
+    }
+    return best;
+}
+
+namespace
+{
+
+/// The segment passes strictly above the point. Half-open in x: the left end belongs to the segment, the right end
+/// doesn't, so a vertical segment never takes part and a vertex counts for the segment that leaves it to the right.
+bool PassesAbove(TPoint<double> const & a, TPoint<double> const & b, double px, double py)
+{
+    if (IsExactlyEqual(a, b))
+    {
+        return false;
+    }
+    TPoint<double> const & left = b.x > a.x ? a : b;
+    TPoint<double> const & right = b.x > a.x ? b : a;
+    if (!IsGreaterOrAlmostEqual(px, left.x) || !IsClearlyLess(px, right.x))
+    {
+        return false;
+    }
+    double const dx = IsAlmostEqual(px, left.x) ? 0.0 : px - left.x;
+    return (right.y - left.y) * dx > (py - left.y) * (right.x - left.x);
+}
+
+} // namespace
+
+unsigned int CPathObjectPolyline::IntersectWithVerticalProbeLine(TPoint<double> const & point) const
+{
+    if (m_Points.empty() || IsClearlyLess(point.x, m_BoundingRect.minX) ||
+        IsClearlyGreater(point.x, m_BoundingRect.maxX) || IsClearlyGreater(point.y, m_BoundingRect.maxY))
+    {
+        return 0;
+    }
+    unsigned int count = 0;
+    for (std::size_t i = 1; i < m_Points.size(); ++i)
+    {
+        if (PassesAbove(m_Points[i - 1], m_Points[i], point.x, point.y))
+        {
+            ++count;
+        }
+    }
+    return count;
+}
+
+unsigned int CPathObjectPolyline::WindAroundPoint(TPoint<double> const & point) const
+{
+    // a segment includes its lower end and not its upper end; comparisons are exact
+    double const px = point.x;
+    double const py = point.y;
+    unsigned int count = 0;
+    for (std::size_t i = 1; i < m_Points.size(); ++i)
+    {
+        TPoint<double> const & a = m_Points[i - 1];
+        TPoint<double> const & b = m_Points[i];
+        if (a == b)
+        {
+            continue;
+        }
+        double const cross = (b.x - a.x) * (py - a.y) - (b.y - a.y) * (px - a.x);
+        if (py >= a.y)
+        {
+            if (b.y > py && cross > 0.0)
+            {
+                ++count;
+            }
+        }
+        else if (py >= b.y && cross < 0.0)
+        {
+            --count;
+        }
+    }
+    return count;
+}
+
+// --- intersections ---------------------------------------------------------------------------------------------
+
+bool CPathObjectPolyline::IntersectWithPath(CPathObjectPolyline const & other, Points & points) const
+{
+    points.clear();
+    Points const & p = m_Points;
+    Points const & q = other.m_Points;
+    for (std::size_t i = 1; i < p.size(); ++i)
+    {
+        for (std::size_t j = 1; j < q.size(); ++j)
+        {
+            TPoint<double> first;
+            TPoint<double> second;
+            // a vertex in the middle of a path counts once, as the start of the following segment
+            if (IntersectSegments(p[i - 1], p[i], q[j - 1], q[j], i + 1 == p.size(), j + 1 == q.size(), first, second))
+            {
+                points.push_back(first);
+                if (!(second == first))
+                {
+                    points.push_back(second);
+                }
+            }
+        }
+    }
+    return !points.empty();
+}
+
+bool CPathObjectPolyline::IntersectWithPath(CPathObjectArc const & other, Points & points) const
+{
+    return other.IntersectWithPath(*this, points);
+}
+
+bool CPathObjectPolyline::IntersectWithPath(CPathObjectBase const & other, Points & points) const
+{
+    return other.IntersectWithPath(*this, points);
+}
+
+// --- coincidence -----------------------------------------------------------------------------------------------
+
+namespace
+{
+
+bool AreOpenTracksEqual(CPathObjectBase::Points const & a, CPathObjectBase::Points const & b)
+{
+    if (a.front() == b.front() && std::equal(a.begin(), a.end(), b.begin()))
+    {
+        return true;
+    }
+    return a.front() == b.back() && std::equal(a.begin(), a.end(), b.rbegin());
+}
+
+/// `a[(offset + k) mod m]` equals `b[k]`, or `b[m - 1 - k]` if backward, for all `k` below `m`.
+bool AreRotationsEqual(CPathObjectBase::Points const & a, CPathObjectBase::Points const & b, std::size_t m,
+                       std::size_t offset, bool backward)
+{
+    for (std::size_t k = 0; k < m; ++k)
+    {
+        std::size_t const i = offset + k < m ? offset + k : offset + k - m;
+        if (!(a[i] == b[backward ? m - 1 - k : k]))
+        {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Both closed; the closing vertex isn't looked at.
+bool AreClosedTracksEqual(CPathObjectBase::Points const & a, CPathObjectBase::Points const & b)
+{
+    std::size_t const m = a.size() - 1;
+    if (m == 1)
+    {
+        return a[0] == b[0];
+    }
+    auto const end = a.begin() + static_cast<std::ptrdiff_t>(m);
+    auto const lastOfB = std::find(a.begin(), end, b[m - 1]);
+    bool const isBackward =
+        lastOfB != end && AreRotationsEqual(a, b, m, static_cast<std::size_t>(lastOfB - a.begin()), true);
+    for (std::size_t i = 0; i < m; ++i)
+    {
+        if (a[i] == b[0] && (isBackward || AreRotationsEqual(a, b, m, i, false)))
+        {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+bool CPathObjectPolyline::IsCoincidentWith(CPathObjectPolyline const & other) const
+{
+    if (m_Points.size() != other.m_Points.size() || m_Points.empty())
+    {
+        return false;
+    }
+    if (!IsClosed())
+    {
+        return AreOpenTracksEqual(m_Points, other.m_Points);
+    }
+    return other.IsClosed() && AreClosedTracksEqual(m_Points, other.m_Points);
+}
+
+bool CPathObjectPolyline::IsCoincidentWith(CPathObjectArc const & other) const
+{
+    return other.IsCoincidentWith(*this);
+}
+
+bool CPathObjectPolyline::IsCoincidentWith(CPathObjectBase const & other) const
+{
+    return other.IsCoincidentWith(*this);
+}
+
+// --- distances -------------------------------------------------------------------------------------------------
+
+double CPathObjectPolyline::SquareDistanceToPath(CPathObjectPolyline const & other, TPoint<double> & onThis,
+                                                 TPoint<double> & onOther) const
+{
+    // once a first distance is known, only segments that come as near as it are measured
+    Points const & p = m_Points;
+    Points const & q = other.m_Points;
+    double best = DBL_MAX;
+    bool isPruning = false;
+    for (std::size_t i = 1; i < p.size(); ++i)
+    {
+        CBoundingRect<double> reach(p[i - 1], p[i]);
+        if (isPruning)
+        {
+            reach.Inflate(std::sqrt(best));
+        }
+        for (std::size_t j = 1; j < q.size(); ++j)
+        {
+            if (isPruning && !reach.Overlaps(CBoundingRect<double>(q[j - 1], q[j])))
+            {
+                continue;
+            }
+            TPoint<double> onP;
+            TPoint<double> onQ;
+            double const d = SquareDistanceSegments(p[i - 1], p[i], q[j - 1], q[j], onP, onQ);
+            if (d < best)
+            {
+                best = d;
+                onThis = onP;
+                onOther = onQ;
+                if (IsAlmostEqual(0.0, d, FineUlpLimit))
+                {
+                    return 0.0;
+                }
+                isPruning = true;
+                reach = CBoundingRect<double>(p[i - 1], p[i]);
+                reach.Inflate(std::sqrt(best));
+            }
+        }
+    }
+    return best;
+}
+
+double CPathObjectPolyline::SquareDistanceToPath(CPathObjectArc const & other, TPoint<double> & onThis,
+                                                 TPoint<double> & onOther) const
+{
+    return other.SquareDistanceToPath(*this, onOther, onThis);
+}
+
+double CPathObjectPolyline::SquareDistanceToPath(CPathObjectBase const & other, TPoint<double> & onThis,
+                                                 TPoint<double> & onOther) const
+{
+    return other.SquareDistanceToPath(*this, onOther, onThis);
+}
+
+} // namespace geometry
