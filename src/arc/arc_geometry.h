@@ -1,0 +1,35 @@
+/// \file
+/// What follows from the ends, the centre and the radius of an arc: mid-point, rectangle, length, a consistent centre.
+#pragma once
+
+#include <vector>
+
+#include <geometry/numeric/bounding_rect.h>
+
+#include "arc/sweep_kernels.h"
+
+namespace geometry
+{
+
+/// The mean of the distances of `c` to `p` and `q`, in coordinate units.
+double CalculateArcRadius(TPoint<double> const & p, TPoint<double> const & q, TPoint<double> const & c);
+
+/// A point of the sweep between its ends. Of a closed sweep the point opposite `A`. Where no circle of the given centre
+/// and radius reaches between the ends, the centre is corrected first (on a copy).
+TPoint<double> CalculateArcMidPoint(Sweep const & sweep);
+
+/// Rectangle of the sweep. The radius is worked out from the ends; `r` plays no part.
+CBoundingRect<double> CalculateArcBoundingRect(Sweep const & sweep);
+
+/// Length of the sweep in coordinate units. With `A` equal to `B`: the whole circle.
+double CalculateSweepLength(Sweep const & sweep);
+
+/// The sweep as a chain of chords from `A` to `B` on a fixed grid of 64 directions, so that neighbouring arcs of one
+/// circle share their vertices. With `A` exactly equal to `B`: 65 points that begin and end at the rightmost one.
+std::vector<TPoint<double>> BuildArcPoints(Sweep const & sweep);
+
+/// Makes the centre fit both ends and the radius with the smallest move. A chord longer than the diameter becomes a
+/// half circle: the centre its middle, the radius half of it. Equal ends: nothing changes.
+void CorrectArcCentre(TPoint<double> const & a, TPoint<double> const & b, TPoint<double> & c, double & r);
+
+} // namespace geometry
