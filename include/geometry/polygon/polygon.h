@@ -1,0 +1,172 @@
+/// \file
+/// The area type of the library: one closed outline of path objects, and holes.
+#pragma once
+
+#include <vector>
+
+#include <geometry/clip/spatial_hash_container.h>
+#include <geometry/numeric/bounding_rect.h>
+#include <geometry/path/path_object_base.h>
+
+namespace geometry
+{
+
+template <typename T>
+class CPolygonClipBase;
+
+/// A region of the plane: the inside of one closed outline less the inside of its holes, each a polygon of its own.
+///
+/// Ownership: a polygon owns its path objects and its holes. A vector of `CPolygon*` that an operation fills belongs
+/// to the caller, element by element. Failure: geometry never throws; an empty outline is the mark of a polygon that
+/// came to nothing. Allocation exceptions pass through and leave everything destructible.
+/// Threads: const operations may run in parallel on one polygon, except that the first question for the winding fills
+/// a cache, and so do arcs (`CPathObjectArc`); operations on different polygons are independent.
+/// Coordinates: doubles in the caller's unit, within the range of a 32-bit integer.
+class GEOMETRY_EXPORT CPolygon
+{
+public:
+    class TConstVertexIterator;
+    using PathObjects = std::vector<CPathObjectBase*>;
+    using PathObjectHash = CPathObjectBase::PathObjectHash;
+    using PolygonHash = CSpatialHashContainer<CPolygon, CHashCalculator<CPolygon, CBoundingRect<int>>>;
+
+    /// The sense of an outline, with x to the right and y up.
+    enum EPolygonWinding
+    {
+        eWindingUnknown = 0,  ///< not computed, or the polygon has no outline
+        eWindingNegative = 1, ///< negative signed area: clockwise
+        eWindingPositive = 2  ///< zero or positive signed area: counter-clockwise
+    };
+
+    /// Selects the constructor that clones the path objects instead of taking them over.
+    struct TCloneObjects
+    {
+    };
+
+    /// Number of polygons from which the operations on many polygons group or tile their work.
+    static unsigned int m_GroupingAmount;
+
+    // --- construction and content: src/polygon/polygon.cpp ---
+
+    /// Empty outline, no holes.
+    CPolygon();
+    /// Deep copy with holes. The outline cache starts empty.
+    CPolygon(CPolygon const & other);
+    CPolygon & operator=(CPolygon const &) = delete;
+    /// Takes over `object` and closes the outline with a segment if need be. An object that can't be used (null, or
+    /// not valid) is refused: the polygon stays empty and the object stays with the caller.
+    explicit CPolygon(CPathObjectBase* object);
+    /// Takes over the path objects of a range in order and closes the outline with a segment if need be. An object is
+    /// refused, and stays with the caller, if it is null, not valid, or doesn't start where the one before it ends.
+    /// If an exception leaves the constructor, all of them stay with the caller.
+    template <typename Iterator>
+    CPolygon(Iterator first, Iterator last) : CPolygon()
+    {
+        InitializeWithPathObjects(PathObjects(first, last));
+    }
+    /// The same with a clone of each object; the given ones stay with the caller.
+    template <typename Iterator>
+    CPolygon(Iterator first, Iterator last, TCloneObjects) : CPolygon()
+    {
+        InitializeWithClones(std::vector<CPathObjectBase const*>(first, last));
+    }
+    virtual ~CPolygon();
+
+    /// Deletes the outline and, with `alsoHoles`, the holes.
+    void clear(bool alsoHoles);
+
+    /// The outline in path order; the objects stay the polygon's.
+    PathObjects const & GetOutline() const { return m_Outline; }
+    /// The holes in adding order; they stay the polygon's.
+    std::vector<CPolygon*> const & GetHoles() const { return m_Holes.GetObjects(); }
+    /// Rectangle around the outline, empty if there is none.
+    CBoundingRect<double> const & GetBoundingRect() const { return m_BoundingRect; }
+
+    /// Area in square coordinate units: that of the outline less those of the holes, each by the shoelace sum over
+    /// its path objects' ends plus the circular segment of each arc, so exact on arcs. Orientation doesn't matter.
+    /// Meant for outlines that don't cross themselves; lobes of opposite sense that meet in a point cancel. 0 for an
+    /// empty outline. (An addition to the polygon's classic questions.)
+    double GetArea() const;
+
+    /// Appends `polygon` to `polygons` (which then owns it) and answers true; a null one gives false, and one with an
+    /// empty outline is deleted, set to null, and gives false.
+    static bool AddPolygonToVectorWhenValid(CPolygon*& polygon, std::vector<CPolygon*> & polygons);
+
+    // --- walking: src/polygon/vertex_iterator.cpp ---
+
+    /// The vertices of all path objects as one sequence; at each join the walk sees the same place twice.
+    TConstVertexIterator GetVerticesBegin() const;
+    TConstVertexIterator GetVerticesEnd() const;
+
+    // --- containment and comparison: src/polygon/containment.cpp ---
+
+    /// The point lies in the outline and in no hole. On the boundary: points on left and lower sides are inside,
+    /// those on right and upper sides outside.
+    bool PointInPolygon(double const & x, double const & y) const;
+    /// The point lies in the outline, whatever the holes.
+    bool PointInOutline(double const & x, double const & y) const;
+    /// `other` lies within this outline, judged by one point of it: meant for outlines that don't cross. Holes of
+    /// neither are looked at.
+    bool PolygonInPolygon(CPolygon const & other) const;
+    /// The two outlines consist of the same path objects in cyclic order, in either direction. Holes aren't compared.
+    bool IsCoincidentWith(CPolygon const & other) const;
+    /// The first vertex of `other` that shares the x or y of as few vertices of this polygon as can be.
+    /// `(+DBL_MAX, +DBL_MAX)` if `other` has no vertices.
+    TPoint<double> GetUnlikelyEdgePoint(CPolygon const & other) const;
+
+    // --- booleans: src/polygon/booleans.cpp ---
+    // All empty `result` first, DELETING the polygons it holds, and fill it with new polygons that the caller owns.
+    // True means that the operation didn't fail, not that there is a result: the intersection of two polygons that
+    // lie apart is true and empty. False leaves `result` empty. `this` and `other` don't change.
+
+    /// This polygon minus `other`. Polls the cancellation of the calling `thread`.
+    bool SubtractPolygon(std::vector<CPolygon*> & result, CPolygon const & other) const;
+    /// The region that both share.
+    bool IntersectPolygon(std::vector<CPolygon*> & result, CPolygon const & other) const;
+    /// The region that belongs to one of the two only: the pieces of this polygon first, then those of `other`.
+    bool XORPolygon(std::vector<CPolygon*> & result, CPolygon const & other) const;
+
+    // --- holes: src/polygon/holes.cpp ---
+
+    /// Adds a copy of the outline of `hole` (not kept; null is allowed and does nothing) to the holes. Holes that it
+    /// touches are united with it; what the union encloses becomes solid area again and comes back in `extra`, which
+    /// is emptied first WITHOUT deleting anything, and whose polygons the caller owns.
+    /// That the hole lies inside the outline is the caller's promise.
+    /// `clipper`: the clipper to use, stays the caller's; null makes one when needed.
+    /// `clipped`: null always compares the hole with the existing ones; else they are compared only if the rectangles
+    /// of `clipped` and `hole` overlap.
+    void AddHole(CPolygon const * const hole, CPolygonClipBase<double>* clipper, CPolygon const * const clipped,
+                 std::vector<CPolygon*> & extra);
+
+private:
+    friend struct CTestAccess;
+    friend struct CPolygonInternals;
+
+    void AppendPathObject(CPathObjectBase* object);
+    bool EnsureValidPolygon(bool closeByExtending);
+    void InitializeWithPolygon(CPolygon const & other);
+    void InitializeWithPathObjects(PathObjects const & objects);
+    void InitializeWithClones(std::vector<CPathObjectBase const*> const & objects);
+    void ClearOutline();
+    void ClearOutlineCache();
+    void DeleteHoles();
+
+    EPolygonWinding GetWindingDirection() const;
+    EPolygonWinding ReverseWindingDirection();
+    void SetCorrectHoleWinding(CPolygon & hole) const;
+    void BuildPolygonOutlineCache(PathObjectHash & container) const;
+
+    bool HandleSubtractResultPolygons(std::vector<CPolygon*> & result, std::vector<CPolygon*> const & pieces,
+                                      CPolygon const & clip, CPolygonClipBase<double>* clipper) const;
+    bool SubtractPolygonsCore(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons) const;
+
+    PathObjects m_Outline;                                   ///< in path order; owned
+    PolygonHash m_Holes;                                     ///< owned; they lie inside, so not in the rectangle
+    mutable EPolygonWinding m_WindingDirection = eWindingUnknown; ///< 0 or the true winding: `GetWindingDirection`
+    CBoundingRect<double> m_BoundingRect;                    ///< union of the rectangles of the outline's objects
+    PathObjectHash m_OutlineCache;                           ///< empty or pieces of the present outline; owned
+};
+
+} // namespace geometry
+
+#include <geometry/polygon/vertex_iterator.h>

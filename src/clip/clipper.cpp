@@ -1,0 +1,272 @@
+// The frame of the clipper: reading outlines into rings, freeing them, and the order of the stages of a run.
+#include "clip/clipper.h"
+
+#include "polygon/polygon_tools.h"
+
+namespace geometry
+{
+
+/// Appends holders to one open ring.
+template <typename T>
+class CPolygonClipGreinerHormannBased<T>::CGreinerHormannAddPathHelper : public CPolygonClipBase<T>::CAddPathHelper
+{
+public:
+    CGreinerHormannAddPathHelper(CPathObjectHolder** head, CBoundingRect<double>* rect)
+        : CAddPathHelper(head), m_Rect(rect)
+    {
+    }
+
+    void AddPathObject(CPathObjectBase const * object) override
+    {
+        Link(std::make_unique<CPathObjectHolder>())->m_SharedObject = object;
+        m_Rect->Include(object->GetBoundingRect());
+    }
+
+    void AddPathObject(CPathObjectBase const * object, double const & dx, double const & dy, bool correct) override
+    {
+        std::unique_ptr<CPathObjectBase> copy(object->Clone());
+        copy->Translate(dx, dy);
+        if (correct)
+        {
+            copy->TryToCorrectProblems();
+        }
+        auto holder = std::make_unique<CPathObjectHolder>();
+        m_Rect->Include(copy->GetBoundingRect());
+        holder->m_OwnObject = copy.release();
+        Link(std::move(holder));
+    }
+
+private:
+    CPathObjectHolder* Link(std::unique_ptr<CPathObjectHolder> holder)
+    {
+        holder->m_Previous = m_Last;
+        CPathObjectHolder*& link = m_Last != nullptr ? m_Last->m_Next : *this->m_Head;
+        link = m_Last = holder.release();
+        return m_Last;
+    }
+
+    CPathObjectHolder* m_Last = nullptr; ///< the holder added last; not owned
+    CBoundingRect<double>* m_Rect;       ///< the clipper's rectangle of that ring; not owned
+};
+
+template <typename T>
+CPolygonClipGreinerHormannBased<T>::~CPolygonClipGreinerHormannBased()
+{
+    CPolygonClipGreinerHormannBased::Clear();
+}
+
+template <typename T>
+void CPolygonClipGreinerHormannBased<T>::Clear()
+{
+    delete m_Results;
+    m_Results = nullptr;
+    DeleteRing(m_SubjectRing);
+    DeleteRing(m_ClipRing);
+}
+
+template <typename T>
+typename CPolygonClipBase<T>::CAddPathHelper* CPolygonClipGreinerHormannBased<T>::CreateSubjectPathHelper()
+{
+    m_SubjectRect.Reset();
+    return new CGreinerHormannAddPathHelper(&m_SubjectRing, &m_SubjectRect);
+}
+
+template <typename T>
+typename CPolygonClipBase<T>::CAddPathHelper* CPolygonClipGreinerHormannBased<T>::CreateClipPathHelper()
+{
+    m_ClipRect.Reset();
+    return new CGreinerHormannAddPathHelper(&m_ClipRing, &m_ClipRect);
+}
+
+namespace
+{
+
+void CloseRing(CPathObjectHolder* first)
+{
+    CPathObjectHolder* last = first;
+    while (last->m_Next != nullptr)
+    {
+        last = last->m_Next;
+    }
+    last->m_Next = first;
+    first->m_Previous = last;
+}
+
+} // namespace
+
+template <typename T>
+typename CPolygonClipBase<T>::EClipResult CPolygonClipGreinerHormannBased<T>::Execute()
+{
+    if (m_SubjectRing == nullptr || m_ClipRing == nullptr)
+    {
+        bool const areBothEmpty = m_SubjectRing == nullptr && m_ClipRing == nullptr;
+        this->m_Status = areBothEmpty               ? this->eStatusBothEmptyOrGaveUp
+                         : m_SubjectRing == nullptr ? this->eStatusSubjectEmpty
+                                                    : this->eStatusClipEmpty;
+        return this->eClipFailed;
+    }
+    CloseRing(m_SubjectRing);
+    CloseRing(m_ClipRing);
+    EClipResult const result = DoClip();
+    if (m_Results != nullptr)
+    {
+        CleanupResultRings(m_Results);
+    }
+    return result;
+}
+
+template <typename T>
+void CPolygonClipGreinerHormannBased<T>::GetResultPolygons(std::vector<CPolygon*> & polygons)
+{
+    polygons.clear();
+    OwningPolygonVector made;
+    std::vector<CPathObjectBase const*> objects;
+    for (CLinkedPathObject const * ring = m_Results; ring != nullptr; ring = ring->m_NextRing)
+    {
+        objects.clear();
+        for (CLinkedPathObject const * element = ring; element != nullptr; element = element->m_Next)
+        {
+            if (element->m_PathObject->IsValid())
+            {
+                objects.push_back(element->m_PathObject);
+            }
+        }
+        if (!objects.empty())
+        {
+            auto polygon = std::make_unique<CPolygon>();
+            CPolygonInternals::InitializeWithClones(*polygon, objects);
+            PushPolygon(made, std::move(polygon));
+        }
+    }
+    polygons.reserve(made.size());
+    AppendPolygons(polygons, made);
+}
+
+template <typename T>
+void CPolygonClipGreinerHormannBased<T>::AddResultPolygons(std::vector<CPolygon*> const & polygons)
+{
+    for (CPolygon const * polygon : polygons)
+    {
+        std::unique_ptr<CLinkedPathObject> ring;
+        for (CPathObjectBase const * object : polygon->GetOutline())
+        {
+            AppendToResultRing(object, ring, true);
+        }
+        if (ring != nullptr)
+        {
+            ring->m_NextRing = m_Results;
+            m_Results = ring.release();
+        }
+    }
+}
+
+template <typename T>
+typename CPolygonClipBase<T>::EClipResult CPolygonClipGreinerHormannBased<T>::CopySubjectToResult()
+{
+    if (this->m_Operation == this->eClipDifference)
+    {
+        return this->eClipResultReady;
+    }
+    if (this->m_Operation != this->eClipIntersection && this->m_Operation != this->eClipUnion)
+    {
+        return this->eClipSeparate;
+    }
+    // all objects go into one result ring; the ring of holders may be open or closed
+    std::unique_ptr<CLinkedPathObject> ring(m_Results);
+    m_Results = nullptr;
+    CPathObjectHolder const * holder = m_SubjectRing;
+    while (holder != nullptr)
+    {
+        AppendToResultRing(holder->GetPathObject(), ring, true);
+        holder = holder->m_Next == m_SubjectRing ? nullptr : holder->m_Next;
+    }
+    m_Results = ring.release();
+    return this->eClipResultReady;
+}
+
+template <typename T>
+typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::DoClip()
+{
+    bool const sameWinding = this->m_SubjectWinding == this->m_ClipWinding;
+    switch (FindAndSplitIntersections(this->m_SubjectRing, this->m_ClipRing, sameWinding))
+    {
+    case EIntersectionOutcome::eIntersections:
+        return ClipCrossingRings();
+    case EIntersectionOutcome::eNoIntersections:
+        return ClipSeparateRings();
+    case EIntersectionOutcome::eSameTrack:
+        break;
+    }
+    return ClipCoincidentRings();
+}
+
+template <typename T>
+typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCrossingRings()
+{
+    this->m_Status = this->eStatusCrossing;
+    if (this->m_Operation == this->eClipRelationOnly)
+    {
+        return this->eClipSeparate;
+    }
+    CPathObjectHolder* const subject = SelectStartHolder(this->m_SubjectRing);
+    CPathObjectHolder* const clip = SelectStartHolder(this->m_ClipRing);
+    if (subject == nullptr || clip == nullptr)
+    {
+        return this->eClipRetry;
+    }
+    switch (ResolveDegenerateIntersections(subject, this->m_SubjectWinding == this->m_ClipWinding))
+    {
+    case EResolveOutcome::eGoOn:
+        break;
+    case EResolveOutcome::eNoIntersectionLeft:
+        return ClipSeparateRings();
+    case EResolveOutcome::eInconsistent:
+        return this->eClipRetry;
+    }
+    bool const invertSubject = this->m_Operation == this->eClipIntersection;
+    bool const invertClip = invertSubject || this->m_Operation == this->eClipDifference;
+    this->m_SubjectRing = subject;
+    this->m_ClipRing = clip;
+    if (MarkRing(subject, clip, invertSubject, this->m_ClipRect) != EMarkOutcome::eMarked ||
+        MarkRing(clip, subject, invertClip, this->m_SubjectRect) != EMarkOutcome::eMarked)
+    {
+        return this->eClipRetry;
+    }
+    bool const isTraced = TraceResultRings(subject, clip, this->m_Results);
+    return isTraced && AreResultRingsClosed(this->m_Results) ? this->eClipResultReady : this->eClipRetry;
+}
+
+template <typename T>
+typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipSeparateRings()
+{
+    switch (ClassifySeparateRings(this->m_SubjectRing, this->m_ClipRing))
+    {
+    case ESeparateOutcome::eSubjectInsideClip:
+        this->m_Status = this->eStatusSubjectInsideClip;
+        return this->eClipSubjectInsideClip;
+    case ESeparateOutcome::eClipInsideSubject:
+        this->m_Status = this->eStatusClipInsideSubject;
+        return this->eClipClipInsideSubject;
+    case ESeparateOutcome::eSeparate:
+        break;
+    }
+    this->m_Status = this->eStatusSeparate;
+    return this->eClipSeparate;
+}
+
+template <typename T>
+typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCoincidentRings()
+{
+    this->m_Status = this->eStatusCoincident;
+    return this->m_Operation == this->eClipRelationOnly ? this->eClipResultReady : this->CopySubjectToResult();
+}
+
+template class CPolygonClipGreinerHormannBased<double>;
+template class CPolygonClipQuorvane<double>;
+
+CPolygonClipBase<double>* CreateClipper()
+{
+    return new CPolygonClipQuorvane<double>;
+}
+
+} // namespace geometry

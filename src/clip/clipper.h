@@ -1,0 +1,132 @@
+// The clipper. Each outline becomes a ring of holders; the rings are cut at their crossings (find_intersections.cpp),
+// touching points and overlaps are given the right parity (resolve_degenerate.cpp), crossings are marked with the
+// direction in which a trace goes on (marking.cpp), and the result rings are traced (tracing.cpp). A run that reaches
+// no consistent state answers eClipRetry, and the driver moves one outline a little (retry_driver.cpp).
+#pragma once
+
+#include <memory>
+
+#include <geometry/clip/polygon_clip_base.h>
+
+#include "clip/holder.h"
+
+namespace geometry
+{
+
+/// Rings, result rings and all operations but `DoClip`.
+template <typename T>
+class CPolygonClipGreinerHormannBased : public CPolygonClipBase<T>
+{
+public:
+    using typename CPolygonClipBase<T>::EClipResult;
+    using typename CPolygonClipBase<T>::CAddPathHelper;
+
+    ~CPolygonClipGreinerHormannBased() override;
+    void GetResultPolygons(std::vector<CPolygon*> & polygons) override;
+    void AddResultPolygons(std::vector<CPolygon*> const & polygons) override;
+    void Clear() override;
+    EClipResult Execute() override;
+    CAddPathHelper* CreateSubjectPathHelper() override;
+    CAddPathHelper* CreateClipPathHelper() override;
+    EClipResult CopySubjectToResult() override;
+
+protected:
+    friend struct CTestAccess;
+    class CGreinerHormannAddPathHelper;
+
+    /// The stages in their order. Called only from `Execute`, with both rings closed.
+    virtual EClipResult DoClip() = 0;
+
+    CLinkedPathObject* m_Results = nullptr;      ///< head of the chain of result rings; owned
+    CPathObjectHolder* m_SubjectRing = nullptr;  ///< a holder of the ring; the ring is owned
+    CPathObjectHolder* m_ClipRing = nullptr;     ///< a holder of the ring; the ring is owned
+    CBoundingRect<double> m_SubjectRect;         ///< around what was read into the subject ring
+    CBoundingRect<double> m_ClipRect;            ///< around what was read into the clip ring
+};
+
+/// The one clipper that there is.
+template <typename T>
+class CPolygonClipQuorvane final : public CPolygonClipGreinerHormannBased<T>
+{
+public:
+    using typename CPolygonClipBase<T>::EClipResult;
+
+protected:
+    EClipResult DoClip() override;
+
+private:
+    EClipResult ClipCrossingRings();
+    EClipResult ClipSeparateRings();
+    EClipResult ClipCoincidentRings();
+};
+
+extern template class CPolygonClipGreinerHormannBased<double>;
+extern template class CPolygonClipQuorvane<double>;
+
+// --- stages: free functions on rings ---
+
+/// What cutting the rings found.
+enum class EIntersectionOutcome
+{
+    eIntersections = 0,   ///< the rings have intersections
+    eNoIntersections = 1, ///< no piece begins at an intersection
+    eSameTrack = 3        ///< the rings are the same track
+};
+
+/// Cuts both closed rings at all their crossings, a holder a piece, and links the two holders of each crossing.
+/// `sameWinding`: the rings run in the same sense, and so meet several crossings at one point in the same order.
+EIntersectionOutcome FindAndSplitIntersections(CPathObjectHolder* subject, CPathObjectHolder* clip, bool sameWinding);
+
+/// The first holder from `ring` on that doesn't stand within an overlap; null if there is none.
+CPathObjectHolder* SelectStartHolder(CPathObjectHolder* ring);
+
+/// What making the pattern of intersections right came to.
+enum class EResolveOutcome
+{
+    eGoOn = 0,
+    eNoIntersectionLeft = 1,
+    eInconsistent = 2
+};
+
+/// Gives touching points and overlaps of the subject ring, walked from `start`, a pattern of intersections that is
+/// odd where the ring changes sides and even where it doesn't.
+EResolveOutcome ResolveDegenerateIntersections(CPathObjectHolder* start, bool sameWinding);
+
+enum class EMarkOutcome
+{
+    eMarked = 0,
+    eInconsistent = 2
+};
+
+/// Gives each intersection of `ring` its direction. The result keeps the parts outside `other`, with `invert` those
+/// inside. `rect`: the rectangle of the other ring.
+EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const * other, bool invert,
+                      CBoundingRect<double> const & rect);
+
+/// Traces the marked rings and adds the result rings to the front of `results`. False if a walk found no way on.
+bool TraceResultRings(CPathObjectHolder* subjectRing, CPathObjectHolder* clipRing, CLinkedPathObject*& results);
+
+/// A clone of `object` (reversed if told) at the head of `ring`, joined with the old head if they make one object.
+/// Objects without extent are dropped. `ring` may be null.
+void AppendToResultRing(CPathObjectBase const * object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse);
+
+/// Joins last and first object of a ring, if they make one object.
+void CloseResultRing(CLinkedPathObject* ring);
+
+/// Every ring of the chain ends where it starts.
+bool AreResultRingsClosed(CLinkedPathObject const * results);
+
+/// Cleans every object of every ring of the chain.
+void CleanupResultRings(CLinkedPathObject* results);
+
+/// How two rings without a crossing stand to each other.
+enum class ESeparateOutcome
+{
+    eSubjectInsideClip = 1,
+    eClipInsideSubject = 2,
+    eSeparate = 3
+};
+
+ESeparateOutcome ClassifySeparateRings(CPathObjectHolder const * subjectRing, CPathObjectHolder const * clipRing);
+
+} // namespace geometry

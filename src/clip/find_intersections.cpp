@@ -1,0 +1,201 @@
+// Cutting two closed rings at all their crossings: note the cuts of every pair of objects, cut every object once,
+// give each piece a holder, and link the holders that begin at the same crossing. Rings without a crossing and rings
+// of the same track are told apart from everything else.
+#include <algorithm>
+
+#include "clip/clipper.h"
+#include "clip/ring_position.h"
+
+namespace geometry
+{
+
+namespace
+{
+
+using Candidates = std::vector<CPathObjectHolder*>;
+
+constexpr int beginsAtIntersection = 1; // bits of the flags of a piece
+constexpr int beginsAtOldVertex = 2;
+
+/// Calls `visit` for each holder of a closed ring, in ring order; holders linked in behind the present one are
+/// visited, too.
+template <typename Visit>
+void ForEachHolder(CPathObjectHolder* ring, Visit visit)
+{
+    CPathObjectHolder* holder = ring;
+    do
+    {
+        visit(holder);
+        holder = holder->m_Next;
+    } while (holder != ring);
+}
+
+/// Notes the cuts of every pair. True if every holder of the subject ring was touched; for a polyline that also
+/// means: the lists of a pair weren't empty after its turn.
+bool CollectSplitPositions(CPathObjectHolder* subject, CPathObjectHolder* clip)
+{
+    bool allTouched = true;
+    ForEachHolder(subject, [&](CPathObjectHolder* a) {
+        bool touched = false;
+        ForEachHolder(clip, [&](CPathObjectHolder* b) {
+            if (a->GetPathObject()->DetermineSplitPositions(*b->GetPathObject(), a->m_SplitPositions,
+                                                            b->m_SplitPositions) ==
+                CPathObjectBase::eSplitPositionsFound)
+            {
+                touched = true;
+            }
+        });
+        allTouched = allTouched && touched;
+    });
+    return allTouched;
+}
+
+void CutObjects(CPathObjectHolder* ring)
+{
+    ForEachHolder(ring, [](CPathObjectHolder* holder) {
+        holder->GetPathObject()->DoSplits(holder->m_SplitPositions, holder->m_Pieces);
+    });
+}
+
+/// Moves the pieces of `holder` into holders: the first into `holder` itself, each further one into a new holder
+/// behind the one before it. `onPiece` is called with the holder of each piece. True if a piece begins at a crossing.
+template <typename OnPiece>
+bool PlacePieces(CPathObjectHolder* holder, OnPiece onPiece)
+{
+    bool hasIntersection = false;
+    CPathObjectHolder* last = holder;
+    for (std::size_t i = 0; i < holder->m_Pieces.size(); ++i)
+    {
+        CPathObjectBase::SplitPiece & piece = holder->m_Pieces[i];
+        bool const isIntersection = (piece.second & beginsAtIntersection) != 0;
+        bool const isNewVertex = (piece.second & beginsAtOldVertex) == 0;
+        if (i > 0)
+        {
+            last = InsertHolder(nullptr, last->m_Next, last, isIntersection);
+            last->m_NewVertex = isNewVertex;
+        }
+        else if (!holder->m_IsIntersection && isIntersection)
+        {
+            holder->m_IsIntersection = true;
+            holder->m_WasIntersection = true;
+            holder->m_NewVertex = isNewVertex;
+        }
+        last->TakeObject(piece.first);
+        piece.first = nullptr;
+        hasIntersection = hasIntersection || isIntersection;
+        onPiece(last);
+    }
+    return hasIntersection;
+}
+
+/// Links `holder` of the clip ring with the first candidate in the order of the search that begins at its point.
+void PairWithCandidate(CPathObjectHolder* holder, Candidates & candidates, bool fromFront)
+{
+    auto const qualifies = [holder](CPathObjectHolder const * candidate) {
+        return candidate->m_IsIntersection && candidate->m_Neighbour == nullptr &&
+               candidate->GetStartPoint() == holder->GetStartPoint();
+    };
+    auto partner = candidates.end();
+    if (fromFront)
+    {
+        partner = std::find_if(candidates.begin(), candidates.end(), qualifies);
+    }
+    else
+    {
+        auto const found = std::find_if(candidates.rbegin(), candidates.rend(), qualifies);
+        partner = found == candidates.rend() ? candidates.end() : found.base() - 1;
+    }
+    if (partner != candidates.end())
+    {
+        (*partner)->m_Neighbour = holder;
+        holder->m_Neighbour = *partner;
+        candidates.erase(partner);
+    }
+}
+
+/// The holder of the partner's ring whose object covers the track of `holder`, if the rings are the same.
+CPathObjectHolder const * Counterpart(CPathObjectHolder const * holder, bool backward)
+{
+    return backward ? holder->m_Neighbour->m_Previous : holder->m_Neighbour;
+}
+
+bool AreRingsCoincident(CPathObjectHolder const * subject)
+{
+    auto const isPaired = [](CPathObjectHolder const * holder) {
+        return holder->m_IsIntersection && holder->m_Neighbour != nullptr;
+    };
+    auto const matches = [](CPathObjectHolder const * holder, bool backward) {
+        return holder->GetPathObject()->IsCoincidentWith(*Counterpart(holder, backward)->GetPathObject());
+    };
+    if (!isPaired(subject))
+    {
+        return false;
+    }
+    bool const backward = !matches(subject, false);
+    if (backward && !matches(subject, true))
+    {
+        return false;
+    }
+    for (CPathObjectHolder const * holder = subject->m_Next; holder != subject; holder = holder->m_Next)
+    {
+        if (!isPaired(holder) || !matches(holder, backward))
+        {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+EIntersectionOutcome FindAndSplitIntersections(CPathObjectHolder* subject, CPathObjectHolder* clip, bool sameWinding)
+{
+    // all lists must be complete before the first cut: their entries refer to the points of uncut objects
+    bool const allTouched = CollectSplitPositions(subject, clip);
+    CutObjects(subject);
+    CutObjects(clip);
+
+    bool hasIntersection = false;
+    Candidates candidates;
+    ForEachHolder(subject, [&](CPathObjectHolder* holder) {
+        hasIntersection |=
+            PlacePieces(holder, [&](CPathObjectHolder* placed) { candidates.push_back(placed); });
+    });
+    ForEachHolder(clip, [&](CPathObjectHolder* holder) {
+        hasIntersection |= PlacePieces(holder, [&](CPathObjectHolder* placed) {
+            if (placed->m_IsIntersection)
+            {
+                PairWithCandidate(placed, candidates, sameWinding);
+            }
+        });
+    });
+    ForEachHolder(subject, [](CPathObjectHolder* holder) {
+        if (holder->m_IsIntersection && holder->m_Neighbour == nullptr)
+        {
+            holder->m_IsIntersection = false;
+        }
+    });
+
+    if (!hasIntersection)
+    {
+        return EIntersectionOutcome::eNoIntersections;
+    }
+    return allTouched && AreRingsCoincident(subject) ? EIntersectionOutcome::eSameTrack
+                                                     : EIntersectionOutcome::eIntersections;
+}
+
+CPathObjectHolder* SelectStartHolder(CPathObjectHolder* ring)
+{
+    CPathObjectHolder* holder = ring;
+    do
+    {
+        if (!holder->m_IsIntersection || !IsOnTrackOf(holder->m_Previous, holder->m_Previous->m_Neighbour))
+        {
+            return holder;
+        }
+        holder = holder->m_Next;
+    } while (holder != ring);
+    return nullptr;
+}
+
+} // namespace geometry

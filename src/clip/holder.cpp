@@ -1,0 +1,113 @@
+// Linking and freeing the elements of rings. Everything here works in loops: rings have millions of elements.
+#include "clip/holder.h"
+
+#include <utility>
+
+namespace geometry
+{
+
+CPathObjectHolder::~CPathObjectHolder()
+{
+    delete m_OwnObject;
+    for (CPathObjectBase::SplitPiece const & piece : m_Pieces)
+    {
+        delete piece.first;
+    }
+}
+
+void CPathObjectHolder::ClearIntersection()
+{
+    m_IsIntersection = false;
+    if (m_Neighbour != nullptr)
+    {
+        m_Neighbour->m_IsIntersection = false;
+    }
+}
+
+void CPathObjectHolder::TakeObject(CPathObjectBase* object)
+{
+    delete m_OwnObject;
+    m_OwnObject = object;
+    m_SharedObject = nullptr;
+}
+
+void DeleteRing(CPathObjectHolder*& ring)
+{
+    while (ring != nullptr)
+    {
+        CPathObjectHolder* const furtherRing = ring->m_NextRing;
+        CPathObjectHolder* const first = ring;
+        CPathObjectHolder* holder = first;
+        do
+        {
+            delete std::exchange(holder, holder->m_Next);
+        } while (holder != nullptr && holder != first);
+        ring = furtherRing;
+    }
+}
+
+CPathObjectHolder* InsertHolder(std::unique_ptr<CPathObjectBase> object, CPathObjectHolder* next,
+                                CPathObjectHolder* previous, bool intersection)
+{
+    auto* const holder = new CPathObjectHolder;
+    holder->m_OwnObject = object.release();
+    holder->m_IsIntersection = intersection;
+    holder->m_WasIntersection = intersection;
+    holder->m_Next = next;
+    holder->m_Previous = previous;
+    previous->m_Next = holder;
+    next->m_Previous = holder;
+    return holder;
+}
+
+std::size_t CountHolders(CPathObjectHolder const * ring)
+{
+    std::size_t count = 1;
+    for (CPathObjectHolder const * holder = ring->m_Next; holder != ring; holder = holder->m_Next)
+    {
+        ++count;
+    }
+    return count;
+}
+
+CLinkedPathObject::~CLinkedPathObject()
+{
+    if (m_Previous != nullptr)
+    {
+        m_Previous->m_Next = nullptr;
+    }
+    // what hangs on this element is strung on one list, so that no destructor calls another in turn
+    CLinkedPathObject* pending = nullptr;
+    auto const adopt = [&pending](CLinkedPathObject* first) {
+        if (first == nullptr)
+        {
+            return;
+        }
+        CLinkedPathObject* last = first;
+        while (last->m_Next != nullptr)
+        {
+            last = last->m_Next;
+        }
+        last->m_Next = pending;
+        pending = first;
+    };
+    adopt(std::exchange(m_Next, nullptr));
+    adopt(std::exchange(m_NextRing, nullptr));
+    while (pending != nullptr)
+    {
+        CLinkedPathObject* const element = pending;
+        pending = std::exchange(element->m_Next, nullptr);
+        element->m_Previous = nullptr;
+        adopt(std::exchange(element->m_NextRing, nullptr));
+        delete element;
+    }
+    delete m_PathObject;
+}
+
+void CLinkedPathObject::TakeObject(CPathObjectBase* object)
+{
+    delete m_PathObject;
+    m_PathObject = object;
+}
+
+} // namespace geometry

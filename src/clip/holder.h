@@ -1,0 +1,153 @@
+// The elements of the clipper's rings. A ring of holders is an outline under work: a circular doubly linked list whose
+// elements bear whole path objects. A result ring is a plain list of path objects that the clipper owns.
+#pragma once
+
+#include <cstddef>
+#include <iterator>
+#include <memory>
+#include <vector>
+
+#include <geometry/path/path_object_base.h>
+
+namespace geometry
+{
+
+/// One element of a ring. Its object runs from its start point to its end point, where the object of the next holder
+/// starts. A ring is built open (outer links null) and closed before a run.
+class CPathObjectHolder
+{
+public:
+    CPathObjectHolder() = default;
+    CPathObjectHolder(CPathObjectHolder const &) = delete;
+    CPathObjectHolder & operator=(CPathObjectHolder const &) = delete;
+    /// Deletes the own object and the pieces that no holder has taken over yet, but no linked holder.
+    virtual ~CPathObjectHolder();
+
+    /// The own object if there is one, else the shared one.
+    CPathObjectBase const * GetPathObject() const { return m_OwnObject != nullptr ? m_OwnObject : m_SharedObject; }
+    TPoint<double> const & GetStartPoint() const { return GetPathObject()->GetStartPoint(); }
+    /// The holder is an intersection, or was one when it was made: its start point lies on the other ring.
+    bool HasIntersectionHistory() const { return m_IsIntersection || m_WasIntersection; }
+    /// `m_IsIntersection` of this holder and of its neighbour, if there is one, becomes false.
+    void ClearIntersection();
+    /// Replaces the object by `object`, which the holder owns then.
+    void TakeObject(CPathObjectBase* object);
+
+    CPathObjectBase const * m_SharedObject = nullptr; ///< belongs to the input polygon; null with an own object
+    CPathObjectBase* m_OwnObject = nullptr;           ///< owned; takes precedence
+    CPathObjectHolder* m_Next = nullptr;
+    CPathObjectHolder* m_Previous = nullptr;
+    CPathObjectHolder* m_NextRing = nullptr;                   ///< a further ring of the same side; stays null
+    std::vector<CPathObjectBase::SplitPiece> m_Pieces;         ///< owned until a holder takes them over (then null)
+    CPathObjectBase::SplitPositionList m_SplitPositions;       ///< cuts against all objects of the other ring
+    bool m_IsIntersection = false;                             ///< the start point is an intersection
+    int m_Direction = 0;                                       ///< EWalkDirection: where a trace goes on from here
+    CPathObjectHolder* m_Neighbour = nullptr;                  ///< the same intersection on the other ring; not owned
+    bool m_Visited = false;                                    ///< the trace has passed here
+    bool m_NewVertex = false;                                  ///< made by a cut, not a vertex of the input
+    bool m_WasIntersection = false;                            ///< stays when `m_IsIntersection` is cleared
+};
+
+/// Values of `CPathObjectHolder::m_Direction`.
+enum EWalkDirection
+{
+    eWalkUnmarked = 0,
+    eWalkBackward = 1, ///< the part of the ring before the holder belongs to the result
+    eWalkForward = 2   ///< the part of the ring after the holder belongs to the result
+};
+
+/// Deletes all holders of a ring, open or closed, and sets the pointer to null.
+void DeleteRing(CPathObjectHolder*& ring);
+
+/// A new holder that owns `object`, linked between `previous` and `next`.
+CPathObjectHolder* InsertHolder(std::unique_ptr<CPathObjectBase> object, CPathObjectHolder* next,
+                                CPathObjectHolder* previous, bool intersection);
+
+/// The number of holders of a closed ring.
+std::size_t CountHolders(CPathObjectHolder const * ring);
+
+/// One element of a result ring: a list that is not closed into a circle.
+class CLinkedPathObject
+{
+public:
+    explicit CLinkedPathObject(CPathObjectBase* object) : m_PathObject(object) {}
+    CLinkedPathObject(CLinkedPathObject const &) = delete;
+    CLinkedPathObject & operator=(CLinkedPathObject const &) = delete;
+    /// Cuts itself off the element before it, then deletes all that follows. Works in a loop: chains are long.
+    virtual ~CLinkedPathObject();
+
+    /// Replaces the object; the old one is deleted.
+    void TakeObject(CPathObjectBase* object);
+
+    CPathObjectBase* m_PathObject;           ///< owned
+    CLinkedPathObject* m_Next = nullptr;     ///< owned
+    CLinkedPathObject* m_Previous = nullptr; ///< not owned
+    CLinkedPathObject* m_NextRing = nullptr; ///< at the first element of a ring: the next result ring; owned
+};
+
+/// Walks the objects of a ring once round. A whole ring is the range from `(h, false)` to `(h, true)`.
+template <typename Holder>
+class PathObjectIterator final
+{
+public:
+    using iterator_category = std::bidirectional_iterator_tag;
+    using value_type = CPathObjectBase const *;
+    using difference_type = int;
+    using pointer = value_type const *;
+    using reference = value_type;
+
+    PathObjectIterator(Holder* holder, bool wrapped) : m_First(holder), m_Current(holder), m_Wrapped(wrapped) {}
+    PathObjectIterator(PathObjectIterator const &) = default;
+    virtual ~PathObjectIterator() = default;
+
+    virtual PathObjectIterator & operator++(int) { return Increment(); }
+    virtual PathObjectIterator & operator++() { return Increment(); }
+    virtual PathObjectIterator & operator--(int) { return Decrement(); }
+    virtual PathObjectIterator & operator--() { return Decrement(); }
+    /// All fields agree, or both have come round.
+    virtual bool operator==(PathObjectIterator const & other) const
+    {
+        return (m_Wrapped && other.m_Wrapped) ||
+               (m_First == other.m_First && m_Current == other.m_Current && m_Wrapped == other.m_Wrapped);
+    }
+    virtual bool operator!=(PathObjectIterator const & other) const { return !(*this == other); }
+    virtual PathObjectIterator & operator=(PathObjectIterator const & other) = default;
+    virtual CPathObjectBase const * operator*() const { return m_Current->GetPathObject(); }
+
+private:
+    PathObjectIterator & Increment()
+    {
+        m_Current = m_Current->m_Next;
+        m_Wrapped = m_Current == nullptr || m_Current == m_First;
+        return *this;
+    }
+
+    PathObjectIterator & Decrement()
+    {
+        if (m_Wrapped)
+        {
+            if (m_Current != nullptr && m_Current->m_Previous != nullptr)
+            {
+                m_Wrapped = false;
+                m_Current = m_Current->m_Previous;
+            }
+        }
+        else if (m_Current == m_First)
+        {
+            m_Wrapped = true;
+        }
+        else
+        {
+            m_Current = m_Current->m_Previous;
+        }
+        return *this;
+    }
+
+    Holder* m_First;   ///< where the walk started
+    Holder* m_Current; ///< null off the end of an open ring
+    bool m_Wrapped;    ///< the walk has come back to `m_First`, or off the end of an open ring
+};
+
+using RingIterator = PathObjectIterator<CPathObjectHolder const>;
+
+} // namespace geometry

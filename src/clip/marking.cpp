@@ -1,0 +1,97 @@
+// Entry and exit marking: one point of the ring that isn't on the other ring tells the side, and from there on the
+// side changes at each intersection. Every object is checked against its mark.
+#include "clip/clipper.h"
+#include "clip/ring_position.h"
+
+namespace geometry
+{
+
+namespace
+{
+
+/// A holder, and the side of the other ring on which its ring lies just before it.
+struct TSide
+{
+    CPathObjectHolder* holder;
+    bool isInside;
+};
+
+/// The object before `holder` can be tested: it has an extent and isn't known to lie on the other ring.
+bool IsUsableForSide(CPathObjectHolder const * holder)
+{
+    CPathObjectHolder const * const p = holder->m_Previous;
+    return !p->GetPathObject()->IsDegenerate() &&
+           (!holder->HasIntersectionHistory() || !IsOnTrackOf(p, p->m_Neighbour));
+}
+
+/// From `ring` on, the first holder whose side can be told; a null holder if all test points lie on the other ring.
+TSide FindSide(CPathObjectHolder* ring, CPathObjectHolder const * other, CBoundingRect<double> const & rect)
+{
+    CPathObjectHolder* h = ring;
+    do
+    {
+        if (h->HasIntersectionHistory())
+        {
+            while (!IsUsableForSide(h) && h->m_Next != ring)
+            {
+                h = h->m_Next;
+            }
+        }
+        EPointPosition position;
+        EPointPosition meansInside = EPointPosition::eInside;
+        if (!h->HasIntersectionHistory())
+        {
+            position = LocatePointOrRect(h->GetStartPoint(), other, rect);
+        }
+        else if (!h->m_Previous->GetPathObject()->IsDegenerate())
+        {
+            position = LocatePointOrRect(h->m_Previous->GetPathObject()->GetInbetweenPoint(), other, rect);
+        }
+        else
+        {
+            // this point lies behind the intersection, so the side before it is the opposite one
+            position = LocatePointOrRect(h->GetPathObject()->GetInbetweenPoint(), other, rect);
+            meansInside = EPointPosition::eOutside;
+        }
+        if (position != EPointPosition::eOnRing)
+        {
+            return TSide{h, position == meansInside};
+        }
+        h = h->m_Next;
+    } while (h != ring);
+    return TSide{nullptr, false};
+}
+
+} // namespace
+
+EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const * other, bool invert,
+                      CBoundingRect<double> const & rect)
+{
+    TSide const side = FindSide(ring, other, rect);
+    if (side.holder == nullptr)
+    {
+        return EMarkOutcome::eInconsistent;
+    }
+    // from now on: the walk is on a part of the ring that the result leaves out
+    bool isLeftOut = side.isInside != invert;
+    EMarkOutcome outcome = EMarkOutcome::eMarked;
+    CPathObjectHolder* g = side.holder;
+    do
+    {
+        if (g->m_IsIntersection)
+        {
+            g->m_Direction = isLeftOut ? eWalkForward : eWalkBackward;
+            isLeftOut = !isLeftOut;
+            EPointPosition const position = LocatePointOrRect(g->GetPathObject()->GetInbetweenPoint(), other, rect);
+            bool const isMarkedInside = isLeftOut != invert;
+            if (position != EPointPosition::eOnRing && isMarkedInside != (position == EPointPosition::eInside))
+            {
+                outcome = EMarkOutcome::eInconsistent;
+            }
+        }
+        g = g->m_Next;
+    } while (g != side.holder);
+    return outcome;
+}
+
+} // namespace geometry

@@ -1,0 +1,128 @@
+// The driver of a clip: reads two polygons, runs, and when a run finds no consistent state does it all again with one
+// polygon moved by an amount that doesn't matter to the caller but takes the outlines out of their degenerate
+// position. The shift is not taken back.
+#include <algorithm>
+#include <memory>
+
+#include <geometry/clip/polygon_clip_base.h>
+
+#include "polygon/polygon_tools.h"
+
+namespace geometry
+{
+
+namespace
+{
+
+constexpr int numberOfAttempts = 12;
+constexpr int firstRepairingAttempt = 6;
+constexpr double shiftDivisor = 1e11;
+constexpr double powersOfTen[] = {1.0, 10.0, 100.0, 1000.0, 10000.0, 100000.0};
+
+using AddPathHelper = CPolygonClipBase<double>::CAddPathHelper;
+
+/// How far an attempt from 1 on moves the polygon with the rectangle `rect`: x grows first, then y catches up.
+TPoint<double> ShiftOfAttempt(CBoundingRect<double> const & rect, int attempt)
+{
+    double const width = std::max(rect.maxX - rect.minX, 0.0);
+    double const height = std::max(rect.maxY - rect.minY, 0.0);
+    double const base = std::min(height, width) / shiftDivisor;
+    double const dx = base * powersOfTen[(attempt - 1) / 2];
+    double const dy = attempt == 1 ? 0.0 : base * powersOfTen[(attempt - 2) / 2];
+    return TPoint<double>(dx, dy);
+}
+
+/// Offers every valid object of the outline to `add`; `winding` is written if there is one.
+template <typename Add>
+void ReadOutline(CPolygon const & polygon, int & winding, Add add)
+{
+    bool isAnyAdded = false;
+    for (CPathObjectBase const * object : polygon.GetOutline())
+    {
+        if (object->IsValid())
+        {
+            add(object);
+            isAnyAdded = true;
+        }
+    }
+    if (isAnyAdded)
+    {
+        winding = CPolygonInternals::GetWindingDirection(polygon) == CPolygon::eWindingNegative ? 0 : 1;
+    }
+}
+
+void AddPolygonToRing(CPolygon const & polygon, AddPathHelper & helper, int & winding)
+{
+    ReadOutline(polygon, winding, [&](CPathObjectBase const * object) { helper.AddPathObject(object); });
+}
+
+void AddPerturbedPolygonToRing(CPolygon const & polygon, AddPathHelper & helper, int & winding, double const & dx,
+                               double const & dy, bool correct)
+{
+    ReadOutline(polygon, winding,
+                [&](CPathObjectBase const * object) { helper.AddPathObject(object, dx, dy, correct); });
+}
+
+} // namespace
+
+template <typename T>
+CPolygonClipBase<T>::~CPolygonClipBase() = default;
+
+template <typename T>
+typename CPolygonClipBase<T>::EClipResult CPolygonClipBase<T>::RunCoincident(CPolygon const & second)
+{
+    Clear();
+    m_Status = second.GetOutline().empty() ? eStatusBothEmptyOrGaveUp : eStatusCoincident;
+    if (m_Operation == eClipRelationOnly)
+    {
+        return eClipResultReady;
+    }
+    std::unique_ptr<CAddPathHelper> const helper(CreateSubjectPathHelper());
+    AddPolygonToRing(second, *helper, m_SubjectWinding);
+    return CopySubjectToResult();
+}
+
+template <typename T>
+void CPolygonClipBase<T>::ReadPolygons(CPolygon const & first, CPolygon const & second, int attempt)
+{
+    std::unique_ptr<CAddPathHelper> const clipHelper(CreateClipPathHelper());
+    std::unique_ptr<CAddPathHelper> const subjectHelper(CreateSubjectPathHelper());
+    if (attempt == 0)
+    {
+        AddPolygonToRing(first, *clipHelper, m_ClipWinding);
+        AddPolygonToRing(second, *subjectHelper, m_SubjectWinding);
+        return;
+    }
+    TPoint<double> const shift = ShiftOfAttempt(first.GetBoundingRect(), attempt);
+    bool const correct = attempt >= firstRepairingAttempt;
+    AddPerturbedPolygonToRing(first, *clipHelper, m_ClipWinding, shift.x, shift.y, correct);
+    AddPerturbedPolygonToRing(second, *subjectHelper, m_SubjectWinding, 0.0, 0.0, correct);
+}
+
+template <typename T>
+typename CPolygonClipBase<T>::EClipResult CPolygonClipBase<T>::RunClip(CPolygon const & first,
+                                                                       CPolygon const & second)
+{
+    m_Attempts = 0;
+    if (second.IsCoincidentWith(first))
+    {
+        return RunCoincident(second);
+    }
+    for (int attempt = 0; attempt < numberOfAttempts; ++attempt)
+    {
+        Clear();
+        ++m_Attempts;
+        ReadPolygons(first, second, attempt);
+        EClipResult const result = Execute();
+        if (result != eClipRetry)
+        {
+            return result;
+        }
+    }
+    m_Status = eStatusBothEmptyOrGaveUp;
+    return eClipRetry;
+}
+
+template class CPolygonClipBase<double>;
+
+} // namespace geometry

@@ -1,0 +1,201 @@
+// Tracing: walks the marked rings, changing ring at each intersection, and collects clones of the objects passed into
+// result rings. Each object goes in at the head, so a result ring runs against the walk; pieces of one kind that meet
+// become one object.
+#include "clip/clipper.h"
+#include "clip/ring_position.h"
+
+namespace geometry
+{
+
+void AppendToResultRing(CPathObjectBase const * object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse)
+{
+    if (object == nullptr ||
+        (object->GetStartPoint() == object->GetEndPoint() && object->GetInbetweenPoint() == object->GetStartPoint()))
+    {
+        return; // a bridge, or another object without extent
+    }
+    std::unique_ptr<CPathObjectBase> copy(object->Clone());
+    if (reverse)
+    {
+        copy->Reverse();
+    }
+    if (ring != nullptr)
+    {
+        if (CPathObjectBase* const joined = copy->Append(ring->m_PathObject))
+        {
+            ring->TakeObject(joined);
+            return;
+        }
+    }
+    auto element = std::make_unique<CLinkedPathObject>(copy.get());
+    copy.release();
+    if (ring != nullptr)
+    {
+        element->m_Previous = ring->m_Previous;
+        if (element->m_Previous != nullptr)
+        {
+            element->m_Previous->m_Next = element.get();
+        }
+        ring->m_Previous = element.get();
+        element->m_Next = ring.release();
+    }
+    ring = std::move(element);
+}
+
+void CloseResultRing(CLinkedPathObject* ring)
+{
+    if (ring->m_Next == nullptr)
+    {
+        return;
+    }
+    CLinkedPathObject* last = ring->m_Next;
+    while (last->m_Next != nullptr)
+    {
+        last = last->m_Next;
+    }
+    if (CPathObjectBase* const joined = last->m_PathObject->Append(ring->m_PathObject))
+    {
+        ring->TakeObject(joined);
+        delete last;
+    }
+}
+
+bool AreResultRingsClosed(CLinkedPathObject const * results)
+{
+    for (CLinkedPathObject const * ring = results; ring != nullptr; ring = ring->m_NextRing)
+    {
+        CLinkedPathObject const * last = ring;
+        while (last->m_Next != nullptr)
+        {
+            last = last->m_Next;
+        }
+        if (!(last->m_PathObject->GetEndPoint() == ring->m_PathObject->GetStartPoint()))
+        {
+            return false;
+        }
+    }
+    return true;
+}
+
+void CleanupResultRings(CLinkedPathObject* results)
+{
+    for (CLinkedPathObject* ring = results; ring != nullptr; ring = ring->m_NextRing)
+    {
+        for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
+        {
+            bool const isAlone = element->m_Next == nullptr && element->m_Previous == nullptr;
+            element->m_PathObject->Cleanup(isAlone);
+        }
+    }
+}
+
+namespace
+{
+
+/// Traces one result ring from `g` until the walk comes to a holder that was visited. False if it leads nowhere: an
+/// intersection without a neighbour, or more steps than there are holders.
+bool TraceRing(CPathObjectHolder* g, std::size_t stepsLeft, std::unique_ptr<CLinkedPathObject> & ring)
+{
+    while (!g->m_Visited)
+    {
+        bool const isForward = g->m_Direction == eWalkForward;
+        do
+        {
+            if (stepsLeft-- == 0)
+            {
+                return false;
+            }
+            if (isForward)
+            {
+                AppendToResultRing(g->GetPathObject(), ring, true);
+            }
+            g->m_Visited = true;
+            g = isForward ? g->m_Next : g->m_Previous;
+            if (!isForward)
+            {
+                AppendToResultRing(g->GetPathObject(), ring, false);
+            }
+        } while (!g->m_IsIntersection);
+        g->m_Visited = true;
+        g = g->m_Neighbour;
+        if (g == nullptr)
+        {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+bool TraceResultRings(CPathObjectHolder* subjectRing, CPathObjectHolder* clipRing, CLinkedPathObject*& results)
+{
+    std::size_t const holders = CountHolders(subjectRing) + CountHolders(clipRing);
+    for (CPathObjectHolder* g = subjectRing->m_Next; g != subjectRing; g = g->m_Next)
+    {
+        if (!g->m_IsIntersection || g->m_Visited || g->m_Direction == eWalkUnmarked)
+        {
+            continue;
+        }
+        std::unique_ptr<CLinkedPathObject> ring;
+        bool const isTraced = TraceRing(g, holders, ring);
+        if (ring != nullptr)
+        {
+            CloseResultRing(ring.get());
+            ring->m_NextRing = results;
+            results = ring.release();
+        }
+        if (!isTraced)
+        {
+            return false;
+        }
+    }
+    return true;
+}
+
+namespace
+{
+
+/// The position of the first test point of `ring` that is off `other`; `eOnRing` if there is none.
+EPointPosition LocateRing(CPathObjectHolder const * ring, CPathObjectHolder const * other)
+{
+    CPathObjectHolder const * holder = ring;
+    do
+    {
+        CPathObjectBase const & object = *holder->GetPathObject();
+        bool const mayLieOnOther = holder->HasIntersectionHistory() || holder->m_NewVertex;
+        TPoint<double> const inbetween = object.GetInbetweenPoint();
+        EPointPosition position = LocatePointInRing(mayLieOnOther ? inbetween : object.GetStartPoint(), other);
+        if (position == EPointPosition::eOnRing && !mayLieOnOther)
+        {
+            position = LocatePointInRing(inbetween, other);
+        }
+        if (position != EPointPosition::eOnRing)
+        {
+            return position;
+        }
+        holder = holder->m_Next;
+    } while (holder != ring);
+    return EPointPosition::eOnRing;
+}
+
+} // namespace
+
+ESeparateOutcome ClassifySeparateRings(CPathObjectHolder const * subjectRing, CPathObjectHolder const * clipRing)
+{
+    if (subjectRing == nullptr || clipRing == nullptr)
+    {
+        return ESeparateOutcome::eSeparate;
+    }
+    if (LocateRing(subjectRing, clipRing) == EPointPosition::eInside)
+    {
+        return ESeparateOutcome::eSubjectInsideClip;
+    }
+    if (LocateRing(clipRing, subjectRing) == EPointPosition::eInside)
+    {
+        return ESeparateOutcome::eClipInsideSubject;
+    }
+    return ESeparateOutcome::eSeparate;
+}
+
+} // namespace geometry

@@ -1,0 +1,353 @@
+// The clipper knows outlines only: this layer turns its answers into polygons with holes. A polygon to take away may
+// cross a piece (the clipper's outlines replace it, and its holes are carried over), lie in it (a new hole), or cover
+// it; what survives inside the holes of the polygon taken away comes back as pieces of its own.
+#include "polygon/booleans.h"
+
+#include <algorithm>
+
+#include <geometry/thread/thread.h>
+
+namespace geometry
+{
+
+namespace
+{
+
+/// Calls `visit(i)` for each index from the last down to 0 until it answers false. If the vector shrank below the
+/// index, the walk goes on from its new last element; what is appended meanwhile isn't visited.
+template <typename Visit>
+bool ForEachIndexDown(PolygonVector const & polygons, Visit visit)
+{
+    for (std::size_t i = polygons.size(); i > 0 && !polygons.empty();)
+    {
+        i = std::min(i, polygons.size()) - 1;
+        if (!visit(i))
+        {
+            return false;
+        }
+    }
+    return true;
+}
+
+EClipResult RunClipIfOverlapping(Clipper & clipper, Clipper::EClipOperation operation, CPolygon const & clip,
+                                 CPolygon const & subject)
+{
+    if (!subject.GetBoundingRect().Overlaps(clip.GetBoundingRect()))
+    {
+        return Clipper::eClipSeparate;
+    }
+    clipper.SetOperation(operation);
+    return clipper.RunClip(clip, subject);
+}
+
+/// Replaces `work[index]` by `pieces`, outlines cut from it by `clip`, to which its holes are carried over.
+bool ReplaceByPieces(PolygonVector & work, std::size_t index, OwningPolygonVector & pieces, CPolygon const & clip,
+                     Clipper & clipper)
+{
+    OwningPolygonVector out;
+    PolygonVector const handedOver(pieces.begin(), pieces.end());
+    out.reserve(handedOver.size());
+    pieces.clear(); // `out` owns them from its first step on
+    if (!CPolygonInternals::HandleSubtractResultPolygons(*work[index], out, handedOver, clip, &clipper))
+    {
+        return false;
+    }
+    TakePolygon(work, index);
+    AppendPolygons(work, out);
+    return true;
+}
+
+/// What of `polygon` lies within the holes of `clip` survives: it goes to the end of `work`.
+void AppendPartsInHoles(PolygonVector & work, CPolygon const & polygon, CPolygon const & clip)
+{
+    for (CPolygon const * hole : clip.GetHoles())
+    {
+        OwningPolygonVector parts;
+        if (polygon.IntersectPolygon(parts, *hole))
+        {
+            AppendPolygons(work, parts);
+        }
+    }
+}
+
+/// Subtracts `clip` from `work[index]`. `code` is what has been achieved so far; the result what has been then.
+EClipResult SubtractFromPolygon(PolygonVector & work, std::size_t index, CPolygon const & clip, Clipper & clipper,
+                                EClipResult code)
+{
+    CPolygon & polygon = *work[index];
+    EClipResult const r = RunClipIfOverlapping(clipper, Clipper::eClipDifference, clip, polygon);
+    if (r == Clipper::eClipResultReady || r == Clipper::eClipSubjectInsideClip || r == Clipper::eClipClipInsideSubject)
+    {
+        AppendPartsInHoles(work, polygon, clip);
+    }
+    switch (r)
+    {
+    case Clipper::eClipResultReady:
+    {
+        OwningPolygonVector pieces;
+        clipper.GetResultPolygons(pieces);
+        return ReplaceByPieces(work, index, pieces, clip, clipper) ? Clipper::eClipResultReady : Clipper::eClipFailed;
+    }
+    case Clipper::eClipSubjectInsideClip:
+        TakePolygon(work, index);
+        break;
+    case Clipper::eClipClipInsideSubject:
+    {
+        OwningPolygonVector extra;
+        polygon.AddHole(&clip, &clipper, nullptr, extra);
+        AppendPolygons(work, extra);
+        break;
+    }
+    case Clipper::eClipFailed:
+        return Clipper::eClipFailed;
+    case Clipper::eClipSeparate:
+    case Clipper::eClipRetry:
+    case Clipper::eClipNothingToDo:
+        break; // the polygon stays as it is
+    }
+    return code == Clipper::eClipFailed ? r : code;
+}
+
+} // namespace
+
+EClipResult SubtractPolygonRange(PolygonVector & work, PolygonRange const & range, Clipper & clipper)
+{
+    if (range.empty())
+    {
+        return Clipper::eClipNothingToDo;
+    }
+    EClipResult code = Clipper::eClipFailed; // nothing achieved so far
+    for (CPolygon const * clip : range)
+    {
+        if (this_thread::cancellation_requested())
+        {
+            break;
+        }
+        ForEachIndexDown(work, [&](std::size_t i) {
+            if (this_thread::cancellation_requested())
+            {
+                return false;
+            }
+            code = SubtractFromPolygon(work, i, *clip, clipper, code);
+            return code != Clipper::eClipFailed;
+        });
+        if (code == Clipper::eClipFailed)
+        {
+            break;
+        }
+    }
+    if (code == Clipper::eClipFailed)
+    {
+        DeletePolygons(work);
+    }
+    return code;
+}
+
+namespace
+{
+
+/// Takes `hole` away from every polygon of `work`; pieces move to the end, a failed one is dropped.
+void SubtractHoleFromAll(PolygonVector & work, CPolygon const * hole, Clipper & clipper)
+{
+    PolygonRange const range(1, hole);
+    ForEachIndexDown(work, [&](std::size_t j) {
+        OwningPolygonVector pieces;
+        PushPolygon(pieces, TakePolygon(work, j));
+        if (SubtractPolygonRange(pieces, range, clipper) != Clipper::eClipFailed)
+        {
+            AppendPolygons(work, pieces);
+        }
+        return true;
+    });
+}
+
+/// Cuts `work[index]` down to its part in the outline of `clip`; codes as in `SubtractFromPolygon`.
+EClipResult IntersectWithOutline(PolygonVector & work, std::size_t index, CPolygon const & clip, Clipper & clipper,
+                                 EClipResult code)
+{
+    EClipResult const r = RunClipIfOverlapping(clipper, Clipper::eClipIntersection, clip, *work[index]);
+    EClipResult const firstOf = code == Clipper::eClipFailed ? r : code;
+    switch (r)
+    {
+    case Clipper::eClipResultReady:
+    {
+        OwningPolygonVector pieces;
+        clipper.GetResultPolygons(pieces);
+        return ReplaceByPieces(work, index, pieces, clip, clipper) ? Clipper::eClipResultReady : Clipper::eClipFailed;
+    }
+    case Clipper::eClipClipInsideSubject:
+    {
+        OwningPolygonVector pieces;
+        PushPolygon(pieces, std::make_unique<CPolygon>(clip));
+        return ReplaceByPieces(work, index, pieces, clip, clipper) ? firstOf : Clipper::eClipFailed;
+    }
+    case Clipper::eClipSeparate:
+    case Clipper::eClipRetry:
+        TakePolygon(work, index);
+        return firstOf;
+    case Clipper::eClipFailed:
+        return Clipper::eClipFailed;
+    case Clipper::eClipSubjectInsideClip:
+    case Clipper::eClipNothingToDo:
+        break; // the polygon stays
+    }
+    return firstOf;
+}
+
+} // namespace
+
+EClipResult DoIntersectCore(PolygonVector & work, PolygonRange const & range, Clipper & clipper)
+{
+    if (range.empty())
+    {
+        return Clipper::eClipNothingToDo;
+    }
+    EClipResult code = Clipper::eClipFailed; // nothing achieved so far
+    for (CPolygon const * clip : range)
+    {
+        bool const isDone = ForEachIndexDown(work, [&](std::size_t i) {
+            code = IntersectWithOutline(work, i, *clip, clipper, code);
+            if (code == Clipper::eClipFailed)
+            {
+                return false;
+            }
+            for (CPolygon const * hole : clip->GetHoles())
+            {
+                SubtractHoleFromAll(work, hole, clipper);
+            }
+            return true;
+        });
+        if (!isDone)
+        {
+            DeletePolygons(work);
+            return Clipper::eClipFailed;
+        }
+    }
+    return code;
+}
+
+// --- front ends ------------------------------------------------------------------------------------------------
+
+bool CPolygon::SubtractPolygon(std::vector<CPolygon*> & result, CPolygon const & other) const
+{
+    DeletePolygons(result);
+    std::unique_ptr<Clipper> const clipper(CreateClipper());
+    PushPolygon(result, std::make_unique<CPolygon>(*this));
+    return SubtractPolygonRange(result, PolygonRange(1, &other), *clipper) != Clipper::eClipFailed;
+}
+
+bool CPolygon::IntersectPolygon(std::vector<CPolygon*> & result, CPolygon const & other) const
+{
+    return IntersectPolygonRange(*this, result, PolygonRange(1, &other));
+}
+
+bool CPolygon::XORPolygon(std::vector<CPolygon*> & result, CPolygon const & other) const
+{
+    return XORPolygonRange(*this, result, PolygonRange(1, &other));
+}
+
+bool IntersectPolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range)
+{
+    std::unique_ptr<Clipper> const clipper(CreateClipper());
+    DeletePolygons(result);
+    PushPolygon(result, std::make_unique<CPolygon>(polygon));
+    return DoIntersectCore(result, range, *clipper) != Clipper::eClipFailed;
+}
+
+bool XORPolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range)
+{
+    CPolygon const & other = *range.front();
+    if (!polygon.GetBoundingRect().Overlaps(other.GetBoundingRect()))
+    {
+        DeletePolygons(result);
+        PushPolygon(result, std::make_unique<CPolygon>(polygon));
+        PushPolygon(result, std::make_unique<CPolygon>(other));
+        return true;
+    }
+    std::unique_ptr<Clipper> const clipper(CreateClipper());
+    DeletePolygons(result);
+    PushPolygon(result, std::make_unique<CPolygon>(polygon));
+    if (SubtractPolygonRange(result, range, *clipper) == Clipper::eClipFailed)
+    {
+        return false;
+    }
+    OwningPolygonVector otherPieces;
+    PushPolygon(otherPieces, std::make_unique<CPolygon>(other));
+    if (SubtractPolygonRange(otherPieces, PolygonRange(1, &polygon), *clipper) == Clipper::eClipFailed)
+    {
+        DeletePolygons(result);
+        return false;
+    }
+    AppendPolygons(result, otherPieces);
+    return true;
+}
+
+bool SubtractPolygons(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range)
+{
+    DeletePolygons(result);
+    if (range.empty())
+    {
+        PushPolygon(result, std::make_unique<CPolygon>(polygon));
+        return false;
+    }
+    return CPolygonInternals::SubtractPolygonsCore(polygon, result, range);
+}
+
+bool CPolygon::SubtractPolygonsCore(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons) const
+{
+    std::unique_ptr<Clipper> const clipper(CreateClipper());
+    if (this_thread::cancellation_requested())
+    {
+        return false;
+    }
+    PushPolygon(result, std::make_unique<CPolygon>(*this));
+    return SubtractPolygonRange(result, polygons, *clipper) != Clipper::eClipFailed;
+}
+
+// --- carrying the holes of a cut polygon over to its pieces ------------------------------------------------------
+
+bool CPolygon::HandleSubtractResultPolygons(std::vector<CPolygon*> & result, std::vector<CPolygon*> const & pieces,
+                                            CPolygon const & clip, CPolygonClipBase<double>* clipper) const
+{
+    result.insert(result.end(), pieces.begin(), pieces.end());
+    for (CPolygon const * hole : GetHoles())
+    {
+        if (hole == nullptr)
+        {
+            continue;
+        }
+        // a hole that the clip may have cut is subtracted, an untouched one goes to the piece that contains it
+        bool const mayBeCut = clip.m_BoundingRect.Overlaps(hole->m_BoundingRect);
+        PolygonRange const range(1, hole);
+        bool const isDone = ForEachIndexDown(result, [&](std::size_t i) {
+            CPolygon & piece = *result[i];
+            OwningPolygonVector extra;
+            if (!piece.m_BoundingRect.Overlaps(hole->m_BoundingRect))
+            {
+                return true;
+            }
+            if (mayBeCut)
+            {
+                PushPolygon(extra, TakePolygon(result, i));
+                if (SubtractPolygonRange(extra, range, *clipper) == Clipper::eClipFailed)
+                {
+                    return false;
+                }
+            }
+            else if (piece.PolygonInPolygon(*hole))
+            {
+                piece.AddHole(hole, clipper, &clip, extra);
+            }
+            AppendPolygons(result, extra);
+            return true;
+        });
+        if (!isDone)
+        {
+            DeletePolygons(result);
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace geometry

@@ -1,0 +1,74 @@
+// Small helpers of the polygon operations, and the one door through which they reach what a polygon keeps private.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <geometry/numeric/self_destructing_container.h>
+#include <geometry/polygon/polygon.h>
+
+namespace geometry
+{
+
+using PolygonVector = std::vector<CPolygon*>;
+/// Owns what it holds: the working vectors of the operations, so that an exception leaks nothing.
+using OwningPolygonVector = SelfDestructingContainer<PolygonVector>;
+/// The polygons that an operation on many takes; not owned.
+using PolygonRange = std::vector<CPolygon const*>;
+
+/// Deletes every non-null element and empties the vector, keeping its capacity.
+inline void DeletePolygons(PolygonVector & polygons)
+{
+    for (CPolygon* polygon : polygons)
+    {
+        delete polygon;
+    }
+    polygons.clear();
+}
+
+/// Hands `polygon` over to the end of `polygons`.
+inline void PushPolygon(PolygonVector & polygons, std::unique_ptr<CPolygon> polygon)
+{
+    polygons.push_back(polygon.get());
+    polygon.release();
+}
+
+/// Moves all of `source` to the end of `target`; `source` owns nothing afterwards.
+inline void AppendPolygons(PolygonVector & target, PolygonVector & source)
+{
+    target.insert(target.end(), source.begin(), source.end());
+    source.clear();
+}
+
+/// Takes the polygon at `index` out of the vector, which closes up; the order of the rest stays.
+inline std::unique_ptr<CPolygon> TakePolygon(PolygonVector & polygons, std::size_t index)
+{
+    std::unique_ptr<CPolygon> polygon(polygons[index]);
+    polygons.erase(polygons.begin() + static_cast<std::ptrdiff_t>(index));
+    return polygon;
+}
+
+/// Access for the operations of this library that work on polygons from outside the class.
+struct CPolygonInternals
+{
+    static CPolygon::EPolygonWinding GetWindingDirection(CPolygon const & polygon)
+    {
+        return polygon.GetWindingDirection();
+    }
+    static void InitializeWithClones(CPolygon & polygon, std::vector<CPathObjectBase const*> const & objects)
+    {
+        polygon.InitializeWithClones(objects);
+    }
+    static bool HandleSubtractResultPolygons(CPolygon const & polygon, PolygonVector & result,
+                                             PolygonVector const & pieces, CPolygon const & clip,
+                                             CPolygonClipBase<double>* clipper)
+    {
+        return polygon.HandleSubtractResultPolygons(result, pieces, clip, clipper);
+    }
+    static bool SubtractPolygonsCore(CPolygon const & polygon, PolygonVector & result, PolygonRange const & polygons)
+    {
+        return polygon.SubtractPolygonsCore(result, polygons);
+    }
+};
+
+} // namespace geometry

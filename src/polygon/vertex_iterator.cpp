@@ -1,0 +1,203 @@
+// The walk over all vertices of an outline, and what is derived from such points: the winding of an outline, and
+// holes that wind against theirs.
+#include <geometry/polygon/vertex_iterator.h>
+
+namespace geometry
+{
+
+// --- walking ---------------------------------------------------------------------------------------------------
+
+CPolygon::TConstVertexIterator::TConstVertexIterator(std::vector<CPathObjectBase*> const * const pathObjects,
+                                                     bool atEnd)
+    : m_PathObjects(pathObjects)
+{
+    if (m_PathObjects == nullptr)
+    {
+        return;
+    }
+    m_CurrentObject = atEnd ? m_PathObjects->end() : m_PathObjects->begin();
+    for (; !IsAtEnd(); ++m_CurrentObject)
+    {
+        m_CurrentVertex = (*m_CurrentObject)->GetPointsBegin();
+        if (m_CurrentVertex != (*m_CurrentObject)->GetPointsEnd())
+        {
+            break;
+        }
+    }
+}
+
+CPolygon::TConstVertexIterator::~TConstVertexIterator()
+{
+    m_PathObjects = nullptr;
+}
+
+CPolygon::TConstVertexIterator & CPolygon::TConstVertexIterator::operator++(int)
+{
+    Increment();
+    return *this;
+}
+
+CPolygon::TConstVertexIterator & CPolygon::TConstVertexIterator::operator++()
+{
+    Increment();
+    return *this;
+}
+
+CPolygon::TConstVertexIterator & CPolygon::TConstVertexIterator::operator--(int)
+{
+    Decrement();
+    return *this;
+}
+
+CPolygon::TConstVertexIterator & CPolygon::TConstVertexIterator::operator--()
+{
+    Decrement();
+    return *this;
+}
+
+bool CPolygon::TConstVertexIterator::IsEqual(TConstVertexIterator const & other) const
+{
+    if (m_PathObjects != other.m_PathObjects)
+    {
+        return false;
+    }
+    if (m_PathObjects == nullptr)
+    {
+        return true;
+    }
+    if (m_CurrentObject != other.m_CurrentObject)
+    {
+        return false;
+    }
+    return IsAtEnd() || m_CurrentVertex == other.m_CurrentVertex;
+}
+
+bool CPolygon::TConstVertexIterator::IsNotEqual(TConstVertexIterator const & other) const
+{
+    return !IsEqual(other);
+}
+
+CPolygon::TConstVertexIterator & CPolygon::TConstVertexIterator::operator=(TConstVertexIterator const & other)
+{
+    if (this != &other)
+    {
+        m_PathObjects = other.m_PathObjects;
+        m_CurrentObject = other.m_CurrentObject;
+        m_CurrentVertex = other.m_CurrentVertex;
+    }
+    return *this;
+}
+
+CPolygon::TConstVertexIterator::reference CPolygon::TConstVertexIterator::operator*() const
+{
+    return *m_CurrentVertex;
+}
+
+CPolygon::TConstVertexIterator::pointer CPolygon::TConstVertexIterator::operator->() const
+{
+    return &*m_CurrentVertex;
+}
+
+void CPolygon::TConstVertexIterator::Increment()
+{
+    if (m_PathObjects == nullptr || IsAtEnd())
+    {
+        return;
+    }
+    if (m_CurrentVertex != (*m_CurrentObject)->GetPointsEnd())
+    {
+        ++m_CurrentVertex;
+    }
+    while (m_CurrentVertex == (*m_CurrentObject)->GetPointsEnd())
+    {
+        ++m_CurrentObject;
+        if (IsAtEnd())
+        {
+            return;
+        }
+        m_CurrentVertex = (*m_CurrentObject)->GetPointsBegin();
+    }
+}
+
+void CPolygon::TConstVertexIterator::Decrement()
+{
+    if (m_PathObjects == nullptr || m_PathObjects->empty())
+    {
+        return;
+    }
+    if (IsAtEnd())
+    {
+        --m_CurrentObject;
+        m_CurrentVertex = (*m_CurrentObject)->GetPointsEnd();
+    }
+    while (m_CurrentVertex == (*m_CurrentObject)->GetPointsBegin() && m_CurrentObject != m_PathObjects->begin())
+    {
+        --m_CurrentObject;
+        m_CurrentVertex = (*m_CurrentObject)->GetPointsEnd();
+    }
+    if (m_CurrentVertex != (*m_CurrentObject)->GetPointsBegin())
+    {
+        --m_CurrentVertex;
+    }
+}
+
+// --- winding ---------------------------------------------------------------------------------------------------
+
+CPolygon::EPolygonWinding CPolygon::GetWindingDirection() const
+{
+    if (m_WindingDirection != eWindingUnknown || m_Outline.empty())
+    {
+        return m_WindingDirection;
+    }
+    CPathObjectBase::Points points;
+    for (CPathObjectBase const * object : m_Outline)
+    {
+        object->AppendValidWindingPoints(points);
+    }
+    // twice the signed area; a sum of zero or NaN counts as positive
+    double sum = 0.0;
+    for (std::size_t i = 0; i < points.size(); ++i)
+    {
+        TPoint<double> const & p = points[i];
+        TPoint<double> const & before = i == 0 ? points.back() : points[i - 1];
+        sum = (p.y * before.x + sum) - p.x * before.y;
+    }
+    m_WindingDirection = sum < 0.0 ? eWindingNegative : eWindingPositive;
+    return m_WindingDirection;
+}
+
+CPolygon::EPolygonWinding CPolygon::ReverseWindingDirection()
+{
+    EPolygonWinding const winding = GetWindingDirection();
+    for (std::size_t low = 0, high = m_Outline.size(); low + 1 < high; ++low)
+    {
+        --high;
+        std::swap(m_Outline[low], m_Outline[high]);
+    }
+    for (CPathObjectBase* object : m_Outline)
+    {
+        object->Reverse();
+    }
+    // The rectangles of the holes stand, so that each keeps its place in the container and in the hole list: taking
+    // them out and adding them again in order would change nothing.
+    for (CPolygon* hole : m_Holes.GetObjects())
+    {
+        hole->ReverseWindingDirection();
+    }
+    if (winding != eWindingUnknown)
+    {
+        m_WindingDirection = winding == eWindingNegative ? eWindingPositive : eWindingNegative;
+    }
+    return m_WindingDirection;
+}
+
+void CPolygon::SetCorrectHoleWinding(CPolygon & hole) const
+{
+    EPolygonWinding const wrong = GetWindingDirection() == eWindingNegative ? eWindingNegative : eWindingPositive;
+    if (hole.GetWindingDirection() == wrong)
+    {
+        hole.ReverseWindingDirection();
+    }
+}
+
+} // namespace geometry
