@@ -67,6 +67,24 @@ double SquareDistanceCircleToCentre(TPoint<double> const & c, double r, TPoint<d
     return Square(d - r);
 }
 
+/// The nearest pair of two circles, one inside the other, on the line of the centres `l0`, `l1`. About one common centre
+/// all directions are as near: the second point of both circles then, lest rounding takes points on opposite sides.
+void FindNestedPair(TPoint<double> const & innerCentre, double innerRadius, TPoint<double> const & outerCentre,
+                    double outerRadius, TPoint<double> const & l0, TPoint<double> const & l1, TPoint<double> & onInner,
+                    TPoint<double> & onOuter)
+{
+    bool const isTie = IsExactlyEqual(l0, l1);
+    CrossingPoints h;
+    if (CutCircleTwice(innerCentre, innerRadius, l0, l1, h))
+    {
+        onInner = isTie ? h.points[1] : FartherPoint(h, outerCentre);
+    }
+    if (CutCircleTwice(outerCentre, outerRadius, l0, l1, h))
+    {
+        onOuter = isTie ? h.points[1] : NearerPoint(h, innerCentre);
+    }
+}
+
 /// The smaller of two distances of ends `a`, `b` of an open sweep to a whole circle; `b` wins a tie.
 double SquareDistanceCircleToEnds(TPoint<double> const & c, double r, Sweep const & ends, TPoint<double> & onCircle,
                                   TPoint<double> & onEnds)
@@ -337,8 +355,6 @@ double SquareDistanceCircleCircle(TPoint<double> const & c1, double r1, TPoint<d
         return SquareDistanceCircleToCentre(c1, r1, c2, d, out1);
     }
     CrossingPoints h;
-    CrossingPoints h1;
-    CrossingPoints h2;
     switch (IntersectCircleCircle(c1, r1, c2, r2, h))
     {
     case ECirclePair::eMeet:
@@ -354,24 +370,10 @@ double SquareDistanceCircleCircle(TPoint<double> const & c1, double r1, TPoint<d
         CutCircleOnce(c2, r2, c1, c2, out2);
         return Square(d - r1 - r2);
     case ECirclePair::eFirstInside:
-        if (CutCircleTwice(c1, r1, c1, c2, h1))
-        {
-            out1 = FartherPoint(h1, c2);
-        }
-        if (CutCircleTwice(c2, r2, c1, c2, h2))
-        {
-            out2 = NearerPoint(h2, c1);
-        }
+        FindNestedPair(c1, r1, c2, r2, c1, c2, out1, out2);
         return Square(r2 - (r1 + d));
     case ECirclePair::eSecondInside:
-        if (CutCircleTwice(c1, r1, c1, c2, h1))
-        {
-            out1 = NearerPoint(h1, c2);
-        }
-        if (CutCircleTwice(c2, r2, c1, c2, h2))
-        {
-            out2 = FartherPoint(h2, c1);
-        }
+        FindNestedPair(c2, r2, c1, r1, c1, c2, out2, out1);
         return Square(r1 - (r2 + d));
     }
     return d2;

@@ -15,6 +15,8 @@ constexpr double pi = 3.141592653589793;
 
 } // namespace
 
+CPathObjectVisitor::~CPathObjectVisitor() = default;
+
 CPathObjectBase::CUserInfoInterface::~CUserInfoInterface() = default;
 
 std::string const CPathObjectBase::CUserInfoInterface::m_CUserInfoInterfaceClassName = "CPathObjectBaseClassName";

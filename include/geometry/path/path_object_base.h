@@ -30,12 +30,7 @@ public:
     virtual bool VisitArc(CPathObjectArc & arc) = 0;
     /// An object of a kind that the library doesn't know.
     virtual bool VisitBase(CPathObjectBase & object) = 0;
-
-protected:
-    CPathObjectVisitor() = default;
-    CPathObjectVisitor(CPathObjectVisitor const &) = default;
-    CPathObjectVisitor & operator=(CPathObjectVisitor const &) = default;
-    ~CPathObjectVisitor() = default;
+    virtual ~CPathObjectVisitor();
 };
 
 /// A piece of an outline that runs from a start point to an end point.

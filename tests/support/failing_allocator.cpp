@@ -1,0 +1,74 @@
+#include "support/failing_allocator.h"
+
+#include <cstdlib>
+#include <new>
+
+namespace geometry::test
+{
+namespace
+{
+
+constexpr long unlimited = -1;
+thread_local long allocationsLeft = unlimited;
+
+} // namespace
+
+CAllocationLimit::CAllocationLimit(long allowed)
+{
+    allocationsLeft = allowed;
+}
+
+CAllocationLimit::~CAllocationLimit()
+{
+    allocationsLeft = unlimited;
+}
+
+void* Allocate(std::size_t size)
+{
+    if (allocationsLeft == 0)
+    {
+        throw std::bad_alloc();
+    }
+    if (allocationsLeft > 0)
+    {
+        --allocationsLeft;
+    }
+    void* const memory = std::malloc(size != 0 ? size : 1);
+    if (memory == nullptr)
+    {
+        throw std::bad_alloc();
+    }
+    return memory;
+}
+
+} // namespace geometry::test
+
+void* operator new(std::size_t size)
+{
+    return geometry::test::Allocate(size);
+}
+
+void* operator new[](std::size_t size)
+{
+    return geometry::test::Allocate(size);
+}
+
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete[](void* memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete[](void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
