@@ -59,31 +59,3 @@ TEST(IntersectCircleLine, AxisParallelLinesTouchWithinTolerance)
         EXPECT_EQ(ELineMeeting::eNone, IntersectCircleSegment(c, 2, Point(v, 4), Point(v, 3.5), h)) << row.ulps;
     }
 }
-
-// Segments of all slopes, every fourth axis-parallel: the points are those where the distance from the centre passes the
-// radius.
-TEST(IntersectCircleSegment, FindsThePassesOfTheRadius)
-{
-    CRandom random(2);
-    for (int i = 0; i < 4000; ++i)
-    {
-        AngleArc const a = random.Arc();
-        Point const p = random.PointIn(-200, 200);
-        Point q = random.PointIn(-200, 200);
-        q = i % 8 == 0 ? Point(p.x, q.y) : i % 8 == 1 ? Point(q.x, p.y) : q;
-        double const length = Distance(p, q);
-        double const along = ((a.centre.x - p.x) * (q.x - p.x) + (a.centre.y - p.y) * (q.y - p.y)) / length;
-        double const across = ((a.centre.x - p.x) * (q.y - p.y) - (a.centre.y - p.y) * (q.x - p.x)) / length;
-        double const half = std::sqrt(std::max(0.0, a.radius * a.radius - across * across));
-        auto const within = [&](double t) { return half > 0 && t > 0 && t < length ? 1u : 0u; };
-        CrossingPoints h;
-        ELineMeeting const code = IntersectCircleSegment(a.centre, a.radius, p, q, h);
-        ASSERT_EQ(within(along - half) + within(along + half), h.count) << i;
-        EXPECT_EQ(h.count > 0 ? ELineMeeting::eFound : ELineMeeting::eNone, code);
-        for (unsigned int k = 0; k < h.count; ++k)
-        {
-            EXPECT_NEAR(a.radius, Distance(a.centre, h.points[k]), 1e-6);
-            EXPECT_NEAR(length, Distance(p, h.points[k]) + Distance(h.points[k], q), 1e-6);
-        }
-    }
-}
