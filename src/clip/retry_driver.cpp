@@ -21,6 +21,8 @@ constexpr double powersOfTen[] = {1.0, 10.0, 100.0, 1000.0, 10000.0, 100000.0};
 
 using AddPathHelper = CPolygonClipBase<double>::CAddPathHelper;
 
+thread_local unsigned long long gaveUpCount = 0;
+
 /// How far an attempt from 1 on moves the polygon with the rectangle `rect`: x grows first, then y catches up.
 TPoint<double> ShiftOfAttempt(CBoundingRect<double> const & rect, int attempt)
 {
@@ -120,7 +122,14 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipBase<T>::RunClip(CPolygon 
         }
     }
     m_Status = eStatusBothEmptyOrGaveUp;
+    ++gaveUpCount;
     return eClipRetry;
+}
+
+template <typename T>
+unsigned long long CPolygonClipBase<T>::GetGaveUpCount()
+{
+    return gaveUpCount;
 }
 
 template class CPolygonClipBase<double>;

@@ -306,6 +306,39 @@ bool CPolygon::SubtractPolygonsCore(std::vector<CPolygon*> & result, std::vector
 
 // --- carrying the holes of a cut polygon over to its pieces ------------------------------------------------------
 
+namespace
+{
+
+bool IsOnOutline(CPolygon const & polygon, TPoint<double> const & point)
+{
+    auto const & outline = polygon.GetOutline();
+    return std::any_of(outline.begin(), outline.end(),
+                       [&](CPathObjectBase const * object) { return object->IsPointOnPath(point.x, point.y); });
+}
+
+/// `hole` lies in the outline of `piece`, which it doesn't cross but may touch. The first test point off the outline
+/// decides: a touching point lies in or out by the half-open rule alone, and would lose the hole on the upper and
+/// right sides.
+bool Encloses(CPolygon const & piece, CPolygon const & hole)
+{
+    if (piece.GetBoundingRect().ContainsRect(hole.GetBoundingRect()))
+    {
+        for (CPathObjectBase const * object : hole.GetOutline())
+        {
+            for (TPoint<double> const & point : {object->GetInbetweenPoint(), object->GetStartPoint()})
+            {
+                if (!IsOnOutline(piece, point))
+                {
+                    return piece.PointInOutline(point.x, point.y);
+                }
+            }
+        }
+    }
+    return piece.PolygonInPolygon(hole);
+}
+
+} // namespace
+
 bool CPolygon::HandleSubtractResultPolygons(std::vector<CPolygon*> & result, std::vector<CPolygon*> const & pieces,
                                             CPolygon const & clip, CPolygonClipBase<double>* clipper) const
 {
@@ -334,7 +367,7 @@ bool CPolygon::HandleSubtractResultPolygons(std::vector<CPolygon*> & result, std
                     return false;
                 }
             }
-            else if (piece.PolygonInPolygon(*hole))
+            else if (Encloses(piece, *hole))
             {
                 piece.AddHole(hole, clipper, &clip, extra);
             }

@@ -53,6 +53,18 @@ void* operator new[](std::size_t size)
     return geometry::test::Allocate(size);
 }
 
+void* operator new(std::size_t size, std::nothrow_t const &) noexcept
+{
+    try
+    {
+        return geometry::test::Allocate(size);
+    }
+    catch (std::bad_alloc const &)
+    {
+        return nullptr;
+    }
+}
+
 void operator delete(void* memory) noexcept
 {
     std::free(memory);

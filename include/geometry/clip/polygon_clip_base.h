@@ -97,6 +97,9 @@ public:
     /// What the next run computes.
     void SetOperation(EClipOperation operation) { m_Operation = operation; }
     EClipOperation GetOperation() const { return m_Operation; }
+    /// How many runs of the calling thread have used up all attempts so far. The booleans leave a polygon uncut then
+    /// (an intersection drops it) and still answer true: compare before and after a call to learn of it. Never falls.
+    static unsigned long long GetGaveUpCount();
     /// How the outlines of the last run stood to each other.
     EClipStatus GetStatus() const { return m_Status; }
 
