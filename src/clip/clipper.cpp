@@ -1,6 +1,7 @@
 // The frame of the clipper: reading outlines into rings, freeing them, and the order of the stages of a run.
 #include "clip/clipper.h"
 
+#include "clip/clear_samples.h"
 #include "polygon/polygon_tools.h"
 
 namespace geometry
@@ -208,6 +209,10 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCrossingR
     {
         return this->eClipSeparate;
     }
+    if (HasMisreadArc(this->m_SubjectRing) || HasMisreadArc(this->m_ClipRing))
+    {
+        return this->eClipRetry;
+    }
     CPathObjectHolder* const subject = SelectStartHolder(this->m_SubjectRing);
     CPathObjectHolder* const clip = SelectStartHolder(this->m_ClipRing);
     if (subject == nullptr || clip == nullptr)
@@ -239,7 +244,16 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCrossingR
 template <typename T>
 typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipSeparateRings()
 {
-    switch (ClassifySeparateRings(this->m_SubjectRing, this->m_ClipRing))
+    ESeparateOutcome const outcome = ClassifySeparateRings(this->m_SubjectRing, this->m_ClipRing);
+    auto const sideOf = [outcome](ESeparateOutcome inside) {
+        return outcome == inside ? EPointPosition::eInside : EPointPosition::eOutside;
+    };
+    if (!IsWhollyOnSide(this->m_SubjectRing, this->m_ClipRing, sideOf(ESeparateOutcome::eSubjectInsideClip)) ||
+        !IsWhollyOnSide(this->m_ClipRing, this->m_SubjectRing, sideOf(ESeparateOutcome::eClipInsideSubject)))
+    {
+        return this->eClipRetry;
+    }
+    switch (outcome)
     {
     case ESeparateOutcome::eSubjectInsideClip:
         this->m_Status = this->eStatusSubjectInsideClip;

@@ -1,5 +1,6 @@
 // Entry and exit marking: one point of the ring that isn't on the other ring tells the side, and from there on the
-// side changes at each intersection. Every object is checked against its mark.
+// side changes at each intersection. Each object behind an intersection is checked against its mark.
+#include "clip/clear_samples.h"
 #include "clip/clipper.h"
 #include "clip/ring_position.h"
 
@@ -62,6 +63,12 @@ TSide FindSide(CPathObjectHolder* ring, CPathObjectHolder const * other, CBoundi
     return TSide{nullptr, false};
 }
 
+/// A point of an object lies on the other side than the mark of the object says.
+bool Contradicts(EPointPosition position, bool isMarkedInside)
+{
+    return position != EPointPosition::eOnRing && isMarkedInside != (position == EPointPosition::eInside);
+}
+
 } // namespace
 
 EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const * other, bool invert,
@@ -83,11 +90,11 @@ EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const * other, 
             g->m_Direction = isLeftOut ? eWalkForward : eWalkBackward;
             isLeftOut = !isLeftOut;
             EPointPosition const position = LocatePointOrRect(g->GetPathObject()->GetInbetweenPoint(), other, rect);
-            bool const isMarkedInside = isLeftOut != invert;
-            if (position != EPointPosition::eOnRing && isMarkedInside != (position == EPointPosition::eInside))
-            {
-                outcome = EMarkOutcome::eInconsistent;
-            }
+            outcome = Contradicts(position, isLeftOut != invert) ? EMarkOutcome::eInconsistent : outcome;
+        }
+        if (IsWorthASample(g) && Contradicts(LocateClearSample(g, other), isLeftOut != invert))
+        {
+            outcome = EMarkOutcome::eInconsistent;
         }
         g = g->m_Next;
     } while (g != side.holder);

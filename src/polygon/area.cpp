@@ -1,10 +1,16 @@
 // Areas of outlines, exact on arcs: the shoelace sum over straight pieces and chords, and for each arc the circular
-// segment between chord and arc.
+// segment between chord and arc. A boolean can leave an outline that passes a point twice, in lobes that wind against
+// each other: it is cut into loops there, and each counts by itself.
 #include <geometry/polygon/polygon.h>
 
+#include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include <geometry/arc/path_object_arc.h>
+#include <geometry/path/path_object_polyline.h>
+
+#include "path/segment_kernels.h"
 
 namespace geometry
 {
@@ -53,31 +59,131 @@ double CircularSegmentArea(CPathObjectArc const & arc)
     return isCounterClockwise ? area : -area;
 }
 
-double SignedOutlineArea(CPolygon::PathObjects const & outline)
+/// One straight segment or one arc of an outline.
+struct TEdge
 {
-    if (outline.empty())
-    {
-        return 0.0;
-    }
-    // relative to a point of the outline, so that a place far from the origin costs no digits
-    TPoint<double> const origin = outline.front()->GetStartPoint();
-    double area = 0.0;
-    auto const addSegment = [&](TPoint<double> const & p, TPoint<double> const & q) {
-        area += 0.5 * ((p.x - origin.x) * (q.y - origin.y) - (q.x - origin.x) * (p.y - origin.y));
-    };
+    TPoint<double> start;
+    TPoint<double> end;
+    CPathObjectArc const * arc; ///< null for a segment
+};
+
+std::vector<TEdge> EdgesOf(CPolygon::PathObjects const & outline)
+{
+    std::vector<TEdge> edges;
     for (CPathObjectBase const * object : outline)
     {
         if (auto const * arc = dynamic_cast<CPathObjectArc const *>(object))
         {
-            addSegment(arc->GetStartPoint(), arc->GetEndPoint());
-            area += CircularSegmentArea(*arc);
+            edges.push_back({arc->GetStartPoint(), arc->GetEndPoint(), arc});
             continue;
         }
         auto const end = object->GetPointsEnd();
         for (auto p = object->GetPointsBegin(); end - p > 1; ++p)
         {
-            addSegment(p[0], p[1]);
+            edges.push_back({p[0], p[1], nullptr});
         }
+    }
+    return edges;
+}
+
+/// For each edge the number of its start: equal points have equal numbers.
+std::vector<std::size_t> NumberStarts(std::vector<TEdge> const & edges)
+{
+    std::vector<std::size_t> order(edges.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    auto const byX = [&](std::size_t i, std::size_t j) { return edges[i].start.x < edges[j].start.x; };
+    auto const byY = [&](std::size_t i, std::size_t j) { return edges[i].start.y < edges[j].start.y; };
+    std::sort(order.begin(), order.end(), byX);
+    std::vector<std::size_t> numbers(edges.size());
+    for (auto first = order.begin(); first != order.end();)
+    {
+        // a column of points of the same x, within which equal points are neighbours by y
+        auto last = first + 1;
+        while (last != order.end() && IsAlmostEqual(edges[*last].start.x, edges[last[-1]].start.x))
+        {
+            ++last;
+        }
+        std::sort(first, last, byY);
+        numbers[*first] = *first;
+        for (++first; first != last; ++first)
+        {
+            bool const isSame = edges[*first].start == edges[first[-1]].start;
+            numbers[*first] = isSame ? numbers[first[-1]] : *first;
+        }
+    }
+    return numbers;
+}
+
+using Loop = std::vector<TEdge>;
+
+/// The outline cut into loops that pass no point twice.
+std::vector<Loop> SplitIntoLoops(std::vector<TEdge> const & edges)
+{
+    constexpr std::size_t notOpen = static_cast<std::size_t>(-1);
+    std::vector<std::size_t> const numbers = NumberStarts(edges);
+    std::vector<std::size_t> openedAt(edges.size(), notOpen); // by number: where the path that is open leaves the point
+    std::vector<std::size_t> path;
+    std::vector<Loop> loops;
+    for (std::size_t i = 0; i < edges.size(); ++i)
+    {
+        openedAt[numbers[i]] = path.size();
+        path.push_back(i);
+        std::size_t const begin = openedAt[numbers[(i + 1) % edges.size()]];
+        if (begin == notOpen)
+        {
+            continue;
+        }
+        Loop loop;
+        for (std::size_t j = begin; j < path.size(); ++j)
+        {
+            loop.push_back(edges[path[j]]);
+            openedAt[numbers[path[j]]] = notOpen;
+        }
+        path.resize(begin);
+        loops.push_back(std::move(loop));
+    }
+    return loops;
+}
+
+double AreaOfLoop(Loop const & loop)
+{
+    // relative to a point of the loop, so that a place far from the origin costs no digits
+    TPoint<double> const & origin = loop.front().start;
+    double area = 0.0;
+    for (TEdge const & edge : loop)
+    {
+        TPoint<double> const & p = edge.start;
+        TPoint<double> const & q = edge.end;
+        area += 0.5 * ((p.x - origin.x) * (q.y - origin.y) - (q.x - origin.x) * (p.y - origin.y));
+        area += edge.arc != nullptr ? CircularSegmentArea(*edge.arc) : 0.0;
+    }
+    return std::fabs(area);
+}
+
+bool IsInLoop(TPoint<double> const & point, Loop const & loop)
+{
+    unsigned int count = 0;
+    for (TEdge const & edge : loop)
+    {
+        count += edge.arc != nullptr ? edge.arc->IntersectWithVerticalProbeLine(point)
+                                     : CPathObjectPolyline(edge.start, edge.end).IntersectWithVerticalProbeLine(point);
+    }
+    return (count & 1U) != 0;
+}
+
+/// The area of the points that lie in an odd number of the loops of the outline.
+double OutlineArea(CPolygon::PathObjects const & outline)
+{
+    std::vector<Loop> const loops = SplitIntoLoops(EdgesOf(outline));
+    double area = 0.0;
+    for (Loop const & loop : loops)
+    {
+        TEdge const & edge = loop.front();
+        TPoint<double> const point =
+            edge.arc != nullptr ? edge.arc->GetInbetweenPoint() : Midpoint(edge.start, edge.end);
+        auto const surrounds = [&](Loop const & other) { return &other != &loop && IsInLoop(point, other); };
+        bool const isGap = std::count_if(loops.begin(), loops.end(), surrounds) % 2 != 0;
+        area += isGap ? -AreaOfLoop(loop) : AreaOfLoop(loop);
     }
     return area;
 }
@@ -86,10 +192,10 @@ double SignedOutlineArea(CPolygon::PathObjects const & outline)
 
 double CPolygon::GetArea() const
 {
-    double area = std::fabs(SignedOutlineArea(m_Outline));
+    double area = OutlineArea(m_Outline);
     for (CPolygon const * hole : GetHoles())
     {
-        area -= std::fabs(SignedOutlineArea(hole->m_Outline));
+        area -= OutlineArea(hole->m_Outline);
     }
     return area;
 }

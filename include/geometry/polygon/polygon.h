@@ -82,10 +82,9 @@ public:
     /// Rectangle around the outline, empty if there is none.
     CBoundingRect<double> const & GetBoundingRect() const { return m_BoundingRect; }
 
-    /// Area in square coordinate units: that of the outline less those of the holes, each by the shoelace sum over
-    /// its path objects' ends plus the circular segment of each arc, so exact on arcs. Orientation doesn't matter.
-    /// Meant for outlines that don't cross themselves; lobes of opposite sense that meet in a point cancel. 0 for an
-    /// empty outline. (An addition to the polygon's classic questions.)
+    /// Area in square coordinate units: that of the outline less those of the holes, by the shoelace sum over its
+    /// chords plus the circular segment of each arc, so exact on arcs. Orientation doesn't matter, and an outline may
+    /// pass a point several times: its loops count by themselves. It must not cross itself. 0 for an empty outline.
     double GetArea() const;
 
     /// Appends `polygon` to `polygons` (which then owns it) and answers true; a null one gives false, and one with an

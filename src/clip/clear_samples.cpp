@@ -1,0 +1,123 @@
+#include "clip/clear_samples.h"
+
+#include <algorithm>
+
+#include "path/segment_kernels.h"
+
+namespace geometry
+{
+
+namespace
+{
+
+/// A place on a segment that symmetric shapes don't favour: the golden section.
+constexpr double sampleFraction = 0.38196601125010515;
+/// Clear of an arc is three times as far as the distance at which a point counts as on it (square 0.001).
+constexpr double arcMargin = 0.1;
+/// Clear of a segment, as a part of the size of its object: far above rounding, and above the first shifts of a retry.
+constexpr double relativeMargin = 1e-7;
+/// An arc whose ends are apart by less than this part of its reach is read the wrong way round.
+constexpr double misreadPart = 1e-11;
+
+/// The position to the ring of `ring`; `eOnRing` if the point isn't well away from it. `isArc`: the object sampled.
+EPointPosition LocateClearly(TPoint<double> const & point, CPathObjectHolder const * ring, bool isSampleOfArc)
+{
+    unsigned int count = 0;
+    CPathObjectHolder const * holder = ring;
+    do
+    {
+        CPathObjectBase const & object = *holder->GetPathObject();
+        CBoundingRect<double> reach = object.GetBoundingRect();
+        double margin = relativeMargin * std::max(reach.maxX - reach.minX, reach.maxY - reach.minY);
+        if (isSampleOfArc || !object.CanAppendVertex())
+        {
+            margin = std::max(margin, arcMargin);
+        }
+        reach.Inflate(margin);
+        TPoint<double> closest;
+        if (reach.ContainsPoint(point.x, point.y) &&
+            !(object.SquareDistanceToPoint(point.x, point.y, closest) > margin * margin))
+        {
+            return EPointPosition::eOnRing;
+        }
+        count += object.IntersectWithVerticalProbeLine(point);
+        holder = holder->m_Next;
+    } while (holder != ring);
+    return (count & 1U) != 0 ? EPointPosition::eInside : EPointPosition::eOutside;
+}
+
+} // namespace
+
+bool IsWorthASample(CPathObjectHolder const * holder)
+{
+    return (holder->HasIntersectionHistory() || holder->m_NewVertex) && !holder->GetPathObject()->IsDegenerate();
+}
+
+EPointPosition LocateClearSample(CPathObjectHolder const * holder, CPathObjectHolder const * other)
+{
+    CPathObjectBase const & object = *holder->GetPathObject();
+    auto const points = object.GetPointsBegin();
+    std::ptrdiff_t const segments = object.GetPointsEnd() - points - 1;
+    bool const isArc = !object.CanAppendVertex();
+    for (std::ptrdiff_t const i : {segments / 2, std::ptrdiff_t{0}, segments - 1})
+    {
+        if (i < 0 || i >= segments)
+        {
+            continue;
+        }
+        // the chords of an arc cut its corners, their ends lie on it
+        TPoint<double> const & a = points[i];
+        TPoint<double> const & b = points[i + 1];
+        TPoint<double> const sample =
+            isArc ? (i > 0 ? a : b)
+                  : TPoint<double>(a.x + sampleFraction * (b.x - a.x), a.y + sampleFraction * (b.y - a.y));
+        EPointPosition const position = LocateClearly(sample, other, isArc);
+        if (position != EPointPosition::eOnRing)
+        {
+            return position;
+        }
+    }
+    return isArc ? LocateClearly(object.GetInbetweenPoint(), other, true) : EPointPosition::eOnRing;
+}
+
+bool IsWhollyOnSide(CPathObjectHolder const * ring, CPathObjectHolder const * other, EPointPosition side)
+{
+    CPathObjectHolder const * holder = ring;
+    do
+    {
+        if (IsWorthASample(holder))
+        {
+            EPointPosition const position = LocateClearSample(holder, other);
+            if (position != EPointPosition::eOnRing && position != side)
+            {
+                return false;
+            }
+        }
+        holder = holder->m_Next;
+    } while (holder != ring);
+    return true;
+}
+
+bool HasMisreadArc(CPathObjectHolder const * ring)
+{
+    CPathObjectHolder const * holder = ring;
+    do
+    {
+        CPathObjectBase const & object = *holder->GetPathObject();
+        bool const isCut = holder->HasIntersectionHistory() || holder->m_NewVertex ||
+                           holder->m_Next->HasIntersectionHistory() || holder->m_Next->m_NewVertex;
+        if (isCut && !object.CanAppendVertex() && !(object.GetStartPoint() == object.GetEndPoint()))
+        {
+            CBoundingRect<double> const & rect = object.GetBoundingRect();
+            double const reach = std::max(rect.maxX - rect.minX, rect.maxY - rect.minY);
+            if (SquareDistance(object.GetStartPoint(), object.GetEndPoint()) < misreadPart * reach * misreadPart * reach)
+            {
+                return true;
+            }
+        }
+        holder = holder->m_Next;
+    } while (holder != ring);
+    return false;
+}
+
+} // namespace geometry

@@ -1,0 +1,27 @@
+// Proof of a run by points that leave no doubt: the rules for touches and overlaps judge an object by few points, and
+// where these happen to lie on the other ring (the middle of a segment that touches an arc) they can take a crossing
+// for an overlap. A sample well away from the other ring that contradicts the outcome makes the run a retry instead
+// of a wrong region. A right outcome is never contradicted.
+#pragma once
+
+#include "clip/ring_position.h"
+
+namespace geometry
+{
+
+/// The holder begins where the rings met: its object is worth a sample.
+bool IsWorthASample(CPathObjectHolder const * holder);
+
+/// The position of the first of a few sample points of the holder's object that is well away from the ring of `other`;
+/// `eOnRing` if none is.
+EPointPosition LocateClearSample(CPathObjectHolder const * holder, CPathObjectHolder const * other);
+
+/// No clear sample of the ring of `ring` contradicts its lying wholly inside (or outside) the ring of `other`.
+bool IsWhollyOnSide(CPathObjectHolder const * ring, CPathObjectHolder const * other, EPointPosition side);
+
+/// A cut has left an arc so short that rounding decides its sense: it passes for the rest of its circle. That happens
+/// where one crossing is found twice, a rounding error apart, and a coordinate is near zero, so that the two points
+/// differ by many units in the last place.
+bool HasMisreadArc(CPathObjectHolder const * ring);
+
+} // namespace geometry
