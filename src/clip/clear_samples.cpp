@@ -1,3 +1,5 @@
+// Samples of the objects that begin where the rings met, located against the other ring with a margin far above
+// rounding, and a look for cut arcs that read the wrong way round. What these find makes the run a retry.
 #include "clip/clear_samples.h"
 
 #include <algorithm>

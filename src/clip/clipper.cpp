@@ -68,6 +68,7 @@ void CPolygonClipGreinerHormannBased<T>::Clear()
 template <typename T>
 typename CPolygonClipBase<T>::CAddPathHelper* CPolygonClipGreinerHormannBased<T>::CreateSubjectPathHelper()
 {
+    DeleteRing(m_SubjectRing);
     m_SubjectRect.Reset();
     return new CGreinerHormannAddPathHelper(&m_SubjectRing, &m_SubjectRect);
 }
@@ -75,6 +76,7 @@ typename CPolygonClipBase<T>::CAddPathHelper* CPolygonClipGreinerHormannBased<T>
 template <typename T>
 typename CPolygonClipBase<T>::CAddPathHelper* CPolygonClipGreinerHormannBased<T>::CreateClipPathHelper()
 {
+    DeleteRing(m_ClipRing);
     m_ClipRect.Reset();
     return new CGreinerHormannAddPathHelper(&m_ClipRing, &m_ClipRect);
 }
@@ -85,7 +87,7 @@ namespace
 void CloseRing(CPathObjectHolder* first)
 {
     CPathObjectHolder* last = first;
-    while (last->m_Next != nullptr)
+    while (last->m_Next != nullptr && last->m_Next != first)
     {
         last = last->m_Next;
     }

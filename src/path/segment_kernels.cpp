@@ -135,7 +135,8 @@ bool IntersectSegments(TPoint<double> const & a0, TPoint<double> const & a1, TPo
 double SquareDistanceSegments(TPoint<double> const & p0, TPoint<double> const & p1, TPoint<double> const & q0,
                               TPoint<double> const & q1, TPoint<double> & onP, TPoint<double> & onQ)
 {
-    // closest points p0 + sc * u and q0 + tc * v; numerators and denominators apart, clamped to the unit square
+    // Closest points p0 + sc * u and q0 + tc * v; numerators and denominators apart, clamped to the unit square. The
+    // clamps run one after the other: where rounding makes the determinant negative, both of a pair can apply.
     double const ux = p1.x - p0.x, uy = p1.y - p0.y;
     double const vx = q1.x - q0.x, vy = q1.y - q0.y;
     double const wx = p0.x - q0.x, wy = p0.y - q0.y;
@@ -163,7 +164,7 @@ double SquareDistanceSegments(TPoint<double> const & p0, TPoint<double> const & 
             tN = e;
             tD = c;
         }
-        else if (sN > sD)
+        if (sN > sD)
         {
             sN = sD;
             tN = e + b;
@@ -187,7 +188,7 @@ double SquareDistanceSegments(TPoint<double> const & p0, TPoint<double> const & 
             sD = a;
         }
     }
-    else if (tN > tD)
+    if (tN > tD)
     {
         tN = tD;
         double const r = b - d;

@@ -1,7 +1,7 @@
 // Areas of outlines, exact on arcs: the shoelace sum over straight pieces and chords, and for each arc the circular
 // segment between chord and arc. A boolean can leave an outline that passes a point twice, in lobes that wind against
 // each other: it is cut into loops there, and each counts by itself.
-#include <geometry/polygon/polygon.h>
+#include "polygon/area.h"
 
 #include <algorithm>
 #include <cmath>
@@ -145,19 +145,19 @@ std::vector<Loop> SplitIntoLoops(std::vector<TEdge> const & edges)
     return loops;
 }
 
-double AreaOfLoop(Loop const & loop)
+double SignedAreaOf(Loop const & edges)
 {
-    // relative to a point of the loop, so that a place far from the origin costs no digits
-    TPoint<double> const & origin = loop.front().start;
     double area = 0.0;
-    for (TEdge const & edge : loop)
+    for (TEdge const & edge : edges)
     {
+        // relative to a point of the loop, so that a place far from the origin costs no digits
+        TPoint<double> const & origin = edges.front().start;
         TPoint<double> const & p = edge.start;
         TPoint<double> const & q = edge.end;
         area += 0.5 * ((p.x - origin.x) * (q.y - origin.y) - (q.x - origin.x) * (p.y - origin.y));
         area += edge.arc != nullptr ? CircularSegmentArea(*edge.arc) : 0.0;
     }
-    return std::fabs(area);
+    return area;
 }
 
 bool IsInLoop(TPoint<double> const & point, Loop const & loop)
@@ -183,12 +183,17 @@ double OutlineArea(CPolygon::PathObjects const & outline)
             edge.arc != nullptr ? edge.arc->GetInbetweenPoint() : Midpoint(edge.start, edge.end);
         auto const surrounds = [&](Loop const & other) { return &other != &loop && IsInLoop(point, other); };
         bool const isGap = std::count_if(loops.begin(), loops.end(), surrounds) % 2 != 0;
-        area += isGap ? -AreaOfLoop(loop) : AreaOfLoop(loop);
+        area += (isGap ? -1.0 : 1.0) * std::fabs(SignedAreaOf(loop));
     }
     return area;
 }
 
 } // namespace
+
+double SignedOutlineArea(CPolygon::PathObjects const & outline)
+{
+    return SignedAreaOf(EdgesOf(outline));
+}
 
 double CPolygon::GetArea() const
 {

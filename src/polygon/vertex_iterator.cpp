@@ -2,6 +2,12 @@
 // holes that wind against theirs.
 #include <geometry/polygon/vertex_iterator.h>
 
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "polygon/area.h"
+
 namespace geometry
 {
 
@@ -143,6 +149,21 @@ void CPolygon::TConstVertexIterator::Decrement()
 
 // --- winding ---------------------------------------------------------------------------------------------------
 
+namespace
+{
+
+/// Of the rectangle's area: what an outline must enclose for the sign of its area to be above all doubt.
+constexpr double clearPartOfArea = 1e-9;
+
+/// A path object that is not a polyline takes no vertices.
+bool HasArc(CPolygon::PathObjects const & outline)
+{
+    return std::any_of(outline.begin(), outline.end(),
+                       [](CPathObjectBase const * object) { return !object->CanAppendVertex(); });
+}
+
+} // namespace
+
 CPolygon::EPolygonWinding CPolygon::GetWindingDirection() const
 {
     if (m_WindingDirection != eWindingUnknown || m_Outline.empty())
@@ -163,7 +184,23 @@ CPolygon::EPolygonWinding CPolygon::GetWindingDirection() const
         sum = (p.y * before.x + sum) - p.x * before.y;
     }
     m_WindingDirection = sum < 0.0 ? eWindingNegative : eWindingPositive;
+    if (HasArc(m_Outline))
+    {
+        CorrectWindingOfLongArcs();
+    }
     return m_WindingDirection;
+}
+
+/// Three points stand for an arc: where long arcs run past each other the polygon of such points can cross itself and
+/// wind the wrong way. A true area that is clearly not zero decides.
+void CPolygon::CorrectWindingOfLongArcs() const
+{
+    double const area = SignedOutlineArea(m_Outline);
+    double const boundingArea = (m_BoundingRect.maxX - m_BoundingRect.minX) * (m_BoundingRect.maxY - m_BoundingRect.minY);
+    if (std::fabs(area) > clearPartOfArea * boundingArea)
+    {
+        m_WindingDirection = area < 0.0 ? eWindingNegative : eWindingPositive;
+    }
 }
 
 CPolygon::EPolygonWinding CPolygon::ReverseWindingDirection()

@@ -58,7 +58,7 @@ public:
     {
     public:
         virtual ~CAddPathHelper() = default;
-        /// Refers to `object`, which must outlive the run.
+        /// Refers to `object`, which must outlive the run and not be null.
         virtual void AddPathObject(CPathObjectBase const* object) = 0;
         /// Adds a copy moved by `dx`, `dy`, numerically repaired if `correct`.
         virtual void AddPathObject(CPathObjectBase const* object, double const & dx, double const & dy,
@@ -80,12 +80,13 @@ public:
     virtual void AddResultPolygons(std::vector<CPolygon*> const & polygons) = 0;
     /// Frees rings and result rings. Always allowed, also after an exception.
     virtual void Clear() = 0;
-    /// Runs `m_Operation` on the rings that were read.
+    /// Runs `m_Operation` on the rings that were read. A run uses the rings up: read the polygons anew for the next.
     virtual EClipResult Execute() = 0;
-    /// A new helper for the subject ring or the clip ring, owned by the caller.
+    /// A new helper for the subject ring or the clip ring, owned by the caller. What the ring held is freed.
     virtual CAddPathHelper* CreateSubjectPathHelper() = 0;
     virtual CAddPathHelper* CreateClipPathHelper() = 0;
-    /// The answer for two outlines of the same track.
+    /// The answer for two outlines of the same track: all objects of the subject ring, as one result ring, for an
+    /// intersection and a union, nothing for a difference.
     virtual EClipResult CopySubjectToResult() = 0;
 
     /// Reads `first` into the clip ring and `second` into the subject ring and runs the operation set before (a

@@ -216,7 +216,8 @@ public:
 
     // --- parts and inflating ---
 
-    /// Appends single-segment pieces that meet `rect`, each with a clone of the user info. The caller owns them.
+    /// Appends single-segment pieces that meet `rect`, each with a clone of the user info. The caller owns them. A
+    /// segment without extent gives a piece of one vertex, which is not valid.
     virtual void CreatePathParts(std::vector<CPathObjectBase*> & parts, CBoundingRect<double> const & rect) const = 0;
     /// The same into a spatial hash, which owns the pieces then.
     virtual void CreatePathParts(PathObjectHash & parts) const = 0;

@@ -43,7 +43,7 @@ public:
     {
     };
 
-    /// Number of polygons from which the operations on many polygons group or tile their work.
+    /// Number of polygons from which the operations on many polygons group or tile their work; not read yet.
     static unsigned int m_GroupingAmount;
 
     // --- construction and content: src/polygon/polygon.cpp ---
@@ -84,7 +84,8 @@ public:
 
     /// Area in square coordinate units: that of the outline less those of the holes, by the shoelace sum over its
     /// chords plus the circular segment of each arc, so exact on arcs. Orientation doesn't matter, and an outline may
-    /// pass a point several times: its loops count by themselves. It must not cross itself. 0 for an empty outline.
+    /// pass a point several times: its loops count by themselves. Where an
+    /// outline crosses itself the lobes count with their sense. 0 for an empty outline.
     double GetArea() const;
 
     /// Appends `polygon` to `polygons` (which then owns it) and answers true; a null one gives false, and one with an
@@ -117,8 +118,11 @@ public:
     // All empty `result` first, DELETING the polygons it holds, and fill it with new polygons that the caller owns.
     // True means that the operation didn't fail, not that there is a result: the intersection of two polygons that
     // lie apart is true and empty. False leaves `result` empty. `this` and `other` don't change.
+    // A pair that can't be clipped (CPolygonClipBase::GetGaveUpCount) stays uncut in a subtraction and drops out of an
+    // intersection. Subtractions poll the cancellation of the calling `thread`, also those that an intersection makes
+    // for holes: a caller that is cancelled must not rely on the result.
 
-    /// This polygon minus `other`. Polls the cancellation of the calling `thread`.
+    /// This polygon minus `other`. False and empty if the calling `thread` is already asked to stop.
     bool SubtractPolygon(std::vector<CPolygon*> & result, CPolygon const & other) const;
     /// The region that both share.
     bool IntersectPolygon(std::vector<CPolygon*> & result, CPolygon const & other) const;
@@ -134,6 +138,8 @@ public:
     /// `clipper`: the clipper to use, stays the caller's; null makes one when needed.
     /// `clipped`: null always compares the hole with the existing ones; else they are compared only if the rectangles
     /// of `clipped` and `hole` overlap.
+    /// Failure isn't reported: a hole that can't be united with a present one stays beside it, and solid area whose
+    /// holes can't be cut out is dropped. After an allocation exception swallowed holes are gone.
     void AddHole(CPolygon const * const hole, CPolygonClipBase<double>* clipper, CPolygon const * const clipped,
                  std::vector<CPolygon*> & extra);
 
@@ -151,6 +157,7 @@ private:
     void DeleteHoles();
 
     EPolygonWinding GetWindingDirection() const;
+    void CorrectWindingOfLongArcs() const;
     EPolygonWinding ReverseWindingDirection();
     void SetCorrectHoleWinding(CPolygon & hole) const;
     void BuildPolygonOutlineCache(PathObjectHash & container) const;

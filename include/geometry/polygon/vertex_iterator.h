@@ -11,7 +11,7 @@ namespace geometry
 
 /// A bidirectional walk over the points of every path object, join points twice. Objects with no points are passed
 /// over. It refers to the outline and is void after a change of it. The postfix operators return the iterator itself,
-/// AFTER the step.
+/// AFTER the step. A step back from the first vertex stays there; the end has no point.
 class GEOMETRY_EXPORT CPolygon::TConstVertexIterator
 {
 public:
