@@ -43,8 +43,9 @@ Sweep MakeSweep(TPoint<double> const & start, TPoint<double> const & end, TPoint
 
 Sweep SweepOf(CPathObjectArc const & arc)
 {
-    return MakeSweep(arc.GetStartPoint(), arc.GetEndPoint(), arc.GetCentre(), arc.IsCounterClockwise(),
-                     arc.GetRadius());
+    // the ends of a full circle may be a rounding apart, on either side: its sweep is closed exactly
+    TPoint<double> const & end = arc.IsFullCircle() ? arc.GetStartPoint() : arc.GetEndPoint();
+    return MakeSweep(arc.GetStartPoint(), end, arc.GetCentre(), arc.IsCounterClockwise(), arc.GetRadius());
 }
 
 // --- construction ---

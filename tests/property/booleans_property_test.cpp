@@ -185,7 +185,7 @@ private:
         }
         m_Unusual += difference > UsualDifference && difference <= AreaTolerance;
         if (difference <= UsualDifference) m_Greatest = std::max(m_Greatest, difference);
-        if (m_Pairs % 4 == 0 && difference <= AreaTolerance) AddSampleFaults(*a, *b, results, faults);
+        if (m_Pairs % 4 == 0 && difference <= AreaTolerance) AddSampleFaults(*a, *b, results, isDecided, faults);
         return faults.str();
     }
 
@@ -200,7 +200,8 @@ private:
     }
 
     /// `PointInPolygon` agrees with the operation away from the borders.
-    void AddSampleFaults(CPolygon const & a, CPolygon const & b, Result const* results, std::ostream & faults)
+    void AddSampleFaults(CPolygon const & a, CPolygon const & b, Result const* results, bool const* isDecided,
+                         std::ostream & faults)
     {
         CBoundingRect<double> rect = a.GetBoundingRect();
         rect.Include(b.GetBoundingRect());
@@ -214,6 +215,7 @@ private:
             if (std::any_of(b.GetOutline().begin(), b.GetOutline().end(), isNear)) continue;
             for (std::size_t i = 0; i < std::size(Operations); ++i)
             {
+                if (!isDecided[i]) continue;
                 bool const isIn = std::any_of(results[i].begin(), results[i].end(), contains);
                 if (isIn == Operations[i].isMember(contains(&a), contains(&b))) continue;
                 faults << Operations[i].name << " is wrong at " << p.x << ',' << p.y << ';';
