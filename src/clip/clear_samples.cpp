@@ -122,4 +122,48 @@ bool HasMisreadArc(CPathObjectHolder const * ring)
     return false;
 }
 
+namespace
+{
+
+/// Even-odd over all result rings.
+bool IsInResult(TPoint<double> const & point, CLinkedPathObject const * results)
+{
+    unsigned int count = 0;
+    for (CLinkedPathObject const * ring = results; ring != nullptr; ring = ring->m_NextRing)
+    {
+        for (CLinkedPathObject const * element = ring; element != nullptr; element = element->m_Next)
+        {
+            count += element->m_PathObject->IntersectWithVerticalProbeLine(point);
+        }
+    }
+    return (count & 1U) != 0;
+}
+
+} // namespace
+
+bool IsResultPlausible(CLinkedPathObject const * results, CPathObjectHolder const * subject,
+                       CPathObjectHolder const * clip, CBoundingRect<double> const & rect,
+                       bool (*isMember)(bool inSubject, bool inClip))
+{
+    // multiples of these two numbers, less their integers, spread evenly over the unit square
+    constexpr double stepX = 0.7548776662466927;
+    constexpr double stepY = 0.5698402909980532;
+    constexpr int pointCount = 8;
+    for (int i = 1; i <= pointCount; ++i)
+    {
+        TPoint<double> const point(rect.minX + (i * stepX - static_cast<int>(i * stepX)) * (rect.maxX - rect.minX),
+                                   rect.minY + (i * stepY - static_cast<int>(i * stepY)) * (rect.maxY - rect.minY));
+        EPointPosition const inSubject = LocateClearly(point, subject, false);
+        EPointPosition const inClip =
+            inSubject == EPointPosition::eOnRing ? EPointPosition::eOnRing : LocateClearly(point, clip, false);
+        if (inClip != EPointPosition::eOnRing &&
+            isMember(inSubject == EPointPosition::eInside, inClip == EPointPosition::eInside) !=
+                IsInResult(point, results))
+        {
+            return false;
+        }
+    }
+    return true;
+}
+
 } // namespace geometry

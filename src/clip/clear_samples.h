@@ -24,4 +24,11 @@ bool IsWhollyOnSide(CPathObjectHolder const * ring, CPathObjectHolder const * ot
 /// differ by many units in the last place.
 bool HasMisreadArc(CPathObjectHolder const * ring);
 
+/// The regions of the two rings and the traced result agree with `isMember(inSubject, inClip)` at a few points well away
+/// from both rings. Catches what no sample of an outline can: outlines that agree nearly everywhere, where the inside
+/// and the outside of everything may be taken for each other.
+bool IsResultPlausible(CLinkedPathObject const * results, CPathObjectHolder const * subject,
+                       CPathObjectHolder const * clip, CBoundingRect<double> const & rect,
+                       bool (*isMember)(bool inSubject, bool inClip));
+
 } // namespace geometry

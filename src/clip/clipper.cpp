@@ -203,6 +203,28 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::DoClip()
     return ClipCoincidentRings();
 }
 
+namespace
+{
+
+/// Which points belong to the result of an operation.
+template <typename T>
+bool (*MembershipOf(typename CPolygonClipBase<T>::EClipOperation operation))(bool, bool)
+{
+    switch (operation)
+    {
+    case CPolygonClipBase<T>::eClipIntersection:
+        return [](bool inSubject, bool inClip) { return inSubject && inClip; };
+    case CPolygonClipBase<T>::eClipUnion:
+        return [](bool inSubject, bool inClip) { return inSubject || inClip; };
+    case CPolygonClipBase<T>::eClipDifference:
+    case CPolygonClipBase<T>::eClipRelationOnly:
+        break;
+    }
+    return [](bool inSubject, bool inClip) { return inSubject && !inClip; };
+}
+
+} // namespace
+
 template <typename T>
 typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCrossingRings()
 {
@@ -240,7 +262,14 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCrossingR
         return this->eClipRetry;
     }
     bool const isTraced = TraceResultRings(subject, clip, this->m_Results);
-    return isTraced && AreResultRingsClosed(this->m_Results) ? this->eClipResultReady : this->eClipRetry;
+    if (!isTraced || !AreResultRingsClosed(this->m_Results))
+    {
+        return this->eClipRetry;
+    }
+    auto const isMember = MembershipOf<T>(this->m_Operation);
+    bool const isPlausible = IsResultPlausible(this->m_Results, subject, clip, this->m_SubjectRect, isMember) &&
+                             IsResultPlausible(this->m_Results, subject, clip, this->m_ClipRect, isMember);
+    return isPlausible ? this->eClipResultReady : this->eClipRetry;
 }
 
 template <typename T>
