@@ -120,17 +120,13 @@ private:
             return;
         }
         SplitPoint const & next = points[i + 1];
-        if (current.touchOnly)
+        if (current == next) // found by two partners: an arc between the two would be the whole circle
         {
-            AppendArc(current, next, eAtTouch);
-        }
-        else if (current == next)
-        {
-            AppendPoint(current);
+            AppendPoint(current, current.touchOnly ? eAtTouch : eAtIntersection);
         }
         else
         {
-            AppendArc(current, next, atCut);
+            AppendArc(current, next, current.touchOnly ? eAtTouch : atCut);
         }
     }
 
@@ -142,9 +138,9 @@ private:
     }
 
     /// A piece without length, between two cuts at the same point.
-    void AppendPoint(TPoint<double> const & point)
+    void AppendPoint(TPoint<double> const & point, EPieceStart start)
     {
-        Append(std::make_unique<CPathObjectPolyline>(point, point), eAtIntersection, true);
+        Append(std::make_unique<CPathObjectPolyline>(point, point), start, true);
     }
 
     /// Hands the piece over to the holder of the pieces.

@@ -19,13 +19,13 @@ constexpr double arcMargin = 0.1;
 /// Clear of a segment, as a part of the size of its object: far above rounding, and above the first shifts of a retry.
 constexpr double relativeMargin = 1e-7;
 /// An arc whose ends are apart by less than this part of its reach is read the wrong way round.
-constexpr double misreadPart = 1e-11;
+constexpr double misreadPart = 1e-8;
 
 /// The position to the ring of `ring`; `eOnRing` if the point isn't well away from it. `isArc`: the object sampled.
-EPointPosition LocateClearly(TPoint<double> const & point, CPathObjectHolder const * ring, bool isSampleOfArc)
+EPointPosition LocateClearly(TPoint<double> const & point, CPathObjectHolder const* ring, bool isSampleOfArc)
 {
     unsigned int count = 0;
-    CPathObjectHolder const * holder = ring;
+    CPathObjectHolder const* holder = ring;
     do
     {
         CPathObjectBase const & object = *holder->GetPathObject();
@@ -50,69 +50,76 @@ EPointPosition LocateClearly(TPoint<double> const & point, CPathObjectHolder con
 
 } // namespace
 
-bool IsWorthASample(CPathObjectHolder const * holder)
+namespace
 {
-    return (holder->HasIntersectionHistory() || holder->m_NewVertex) && !holder->GetPathObject()->IsDegenerate();
+
+bool MeetsOtherRing(CPathObjectHolder const * holder)
+{
+    return holder->HasIntersectionHistory() || holder->m_NewVertex;
 }
 
-EPointPosition LocateClearSample(CPathObjectHolder const * holder, CPathObjectHolder const * other)
+/// A point on the segment or chord `i` of the object; the chords of an arc cut its corners, their ends lie on it.
+TPoint<double> SampleOf(CPathObjectBase const & object, std::ptrdiff_t i, bool isArc)
+{
+    TPoint<double> const & a = object.GetPointsBegin()[i];
+    TPoint<double> const & b = object.GetPointsBegin()[i + 1];
+    if (isArc)
+    {
+        return i == 0 ? b : a;
+    }
+    return TPoint<double>(a.x + sampleFraction * (b.x - a.x), a.y + sampleFraction * (b.y - a.y));
+}
+
+} // namespace
+
+bool AgreesWithSamples(CPathObjectHolder const * holder, CPathObjectHolder const * other, EPointPosition side)
 {
     CPathObjectBase const & object = *holder->GetPathObject();
-    auto const points = object.GetPointsBegin();
-    std::ptrdiff_t const segments = object.GetPointsEnd() - points - 1;
-    bool const isArc = !object.CanAppendVertex();
-    for (std::ptrdiff_t const i : {segments / 2, std::ptrdiff_t{0}, segments - 1})
+    std::ptrdiff_t const segments = object.GetPointsEnd() - object.GetPointsBegin() - 1;
+    if (!(MeetsOtherRing(holder) || MeetsOtherRing(holder->m_Next)) || object.IsDegenerate() || segments < 1)
     {
-        if (i < 0 || i >= segments)
-        {
-            continue;
-        }
-        // the chords of an arc cut its corners, their ends lie on it
-        TPoint<double> const & a = points[i];
-        TPoint<double> const & b = points[i + 1];
-        TPoint<double> const sample =
-            isArc ? (i > 0 ? a : b)
-                  : TPoint<double>(a.x + sampleFraction * (b.x - a.x), a.y + sampleFraction * (b.y - a.y));
-        EPointPosition const position = LocateClearly(sample, other, isArc);
-        if (position != EPointPosition::eOnRing)
-        {
-            return position;
-        }
+        return true;
     }
-    return isArc ? LocateClearly(object.GetInbetweenPoint(), other, true) : EPointPosition::eOnRing;
+    auto const contradicts = [&](TPoint<double> const & point, bool isArc) {
+        EPointPosition const position = LocateClearly(point, other, isArc);
+        return position != EPointPosition::eOnRing && position != side;
+    };
+    bool const isArc = !object.CanAppendVertex();
+    if (isArc && contradicts(object.GetInbetweenPoint(), isArc))
+    {
+        return false;
+    }
+    return !contradicts(SampleOf(object, 0, isArc), isArc) &&
+           (segments == 1 || !contradicts(SampleOf(object, segments - 1, isArc), isArc));
 }
 
-bool IsWhollyOnSide(CPathObjectHolder const * ring, CPathObjectHolder const * other, EPointPosition side)
+bool IsWhollyOnSide(CPathObjectHolder const* ring, CPathObjectHolder const* other, EPointPosition side)
 {
-    CPathObjectHolder const * holder = ring;
+    CPathObjectHolder const* holder = ring;
     do
     {
-        if (IsWorthASample(holder))
+        if (!AgreesWithSamples(holder, other, side))
         {
-            EPointPosition const position = LocateClearSample(holder, other);
-            if (position != EPointPosition::eOnRing && position != side)
-            {
-                return false;
-            }
+            return false;
         }
         holder = holder->m_Next;
     } while (holder != ring);
     return true;
 }
 
-bool HasMisreadArc(CPathObjectHolder const * ring)
+bool HasMisreadArc(CPathObjectHolder const* ring)
 {
-    CPathObjectHolder const * holder = ring;
+    CPathObjectHolder const* holder = ring;
     do
     {
         CPathObjectBase const & object = *holder->GetPathObject();
-        bool const isCut = holder->HasIntersectionHistory() || holder->m_NewVertex ||
-                           holder->m_Next->HasIntersectionHistory() || holder->m_Next->m_NewVertex;
+        bool const isCut = MeetsOtherRing(holder) || MeetsOtherRing(holder->m_Next);
         if (isCut && !object.CanAppendVertex() && !(object.GetStartPoint() == object.GetEndPoint()))
         {
             CBoundingRect<double> const & rect = object.GetBoundingRect();
             double const reach = std::max(rect.maxX - rect.minX, rect.maxY - rect.minY);
-            if (SquareDistance(object.GetStartPoint(), object.GetEndPoint()) < misreadPart * reach * misreadPart * reach)
+            if (SquareDistance(object.GetStartPoint(), object.GetEndPoint()) <
+                misreadPart * reach * misreadPart * reach)
             {
                 return true;
             }
@@ -126,12 +133,12 @@ namespace
 {
 
 /// Even-odd over all result rings.
-bool IsInResult(TPoint<double> const & point, CLinkedPathObject const * results)
+bool IsInResult(TPoint<double> const & point, CLinkedPathObject const* results)
 {
     unsigned int count = 0;
-    for (CLinkedPathObject const * ring = results; ring != nullptr; ring = ring->m_NextRing)
+    for (CLinkedPathObject const* ring = results; ring != nullptr; ring = ring->m_NextRing)
     {
-        for (CLinkedPathObject const * element = ring; element != nullptr; element = element->m_Next)
+        for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
         {
             count += element->m_PathObject->IntersectWithVerticalProbeLine(point);
         }
@@ -141,8 +148,8 @@ bool IsInResult(TPoint<double> const & point, CLinkedPathObject const * results)
 
 } // namespace
 
-bool IsResultPlausible(CLinkedPathObject const * results, CPathObjectHolder const * subject,
-                       CPathObjectHolder const * clip, CBoundingRect<double> const & rect,
+bool IsResultPlausible(CLinkedPathObject const* results, CPathObjectHolder const* subject,
+                       CPathObjectHolder const* clip, CBoundingRect<double> const & rect,
                        bool (*isMember)(bool inSubject, bool inClip))
 {
     // multiples of these two numbers, less their integers, spread evenly over the unit square

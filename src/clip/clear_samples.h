@@ -9,26 +9,24 @@
 namespace geometry
 {
 
-/// The holder begins where the rings met: its object is worth a sample.
-bool IsWorthASample(CPathObjectHolder const * holder);
-
-/// The position of the first of a few sample points of the holder's object that is well away from the ring of `other`;
-/// `eOnRing` if none is.
-EPointPosition LocateClearSample(CPathObjectHolder const * holder, CPathObjectHolder const * other);
+/// No sample of the holder's object that is well away from the ring of `other` contradicts its lying on `side`. Only
+/// objects that begin or end where the rings met are sampled: the others can't have been misjudged. An object without
+/// extent agrees with everything.
+bool AgreesWithSamples(CPathObjectHolder const * holder, CPathObjectHolder const * other, EPointPosition side);
 
 /// No clear sample of the ring of `ring` contradicts its lying wholly inside (or outside) the ring of `other`.
-bool IsWhollyOnSide(CPathObjectHolder const * ring, CPathObjectHolder const * other, EPointPosition side);
+bool IsWhollyOnSide(CPathObjectHolder const* ring, CPathObjectHolder const* other, EPointPosition side);
 
 /// A cut has left an arc so short that rounding decides its sense: it passes for the rest of its circle. That happens
 /// where one crossing is found twice, a rounding error apart, and a coordinate is near zero, so that the two points
 /// differ by many units in the last place.
-bool HasMisreadArc(CPathObjectHolder const * ring);
+bool HasMisreadArc(CPathObjectHolder const* ring);
 
 /// The regions of the two rings and the traced result agree with `isMember(inSubject, inClip)` at a few points well away
 /// from both rings. Catches what no sample of an outline can: outlines that agree nearly everywhere, where the inside
 /// and the outside of everything may be taken for each other.
-bool IsResultPlausible(CLinkedPathObject const * results, CPathObjectHolder const * subject,
-                       CPathObjectHolder const * clip, CBoundingRect<double> const & rect,
+bool IsResultPlausible(CLinkedPathObject const* results, CPathObjectHolder const* subject,
+                       CPathObjectHolder const* clip, CBoundingRect<double> const & rect,
                        bool (*isMember)(bool inSubject, bool inClip));
 
 } // namespace geometry

@@ -17,13 +17,13 @@ public:
     {
     }
 
-    void AddPathObject(CPathObjectBase const * object) override
+    void AddPathObject(CPathObjectBase const* object) override
     {
         Link(std::make_unique<CPathObjectHolder>())->m_SharedObject = object;
         m_Rect->Include(object->GetBoundingRect());
     }
 
-    void AddPathObject(CPathObjectBase const * object, double const & dx, double const & dy, bool correct) override
+    void AddPathObject(CPathObjectBase const* object, double const & dx, double const & dy, bool correct) override
     {
         std::unique_ptr<CPathObjectBase> copy(object->Clone());
         copy->Translate(dx, dy);
@@ -124,10 +124,10 @@ void CPolygonClipGreinerHormannBased<T>::GetResultPolygons(std::vector<CPolygon*
     polygons.clear();
     OwningPolygonVector made;
     std::vector<CPathObjectBase const*> objects;
-    for (CLinkedPathObject const * ring = m_Results; ring != nullptr; ring = ring->m_NextRing)
+    for (CLinkedPathObject const* ring = m_Results; ring != nullptr; ring = ring->m_NextRing)
     {
         objects.clear();
-        for (CLinkedPathObject const * element = ring; element != nullptr; element = element->m_Next)
+        for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
         {
             if (element->m_PathObject->IsValid())
             {
@@ -148,10 +148,10 @@ void CPolygonClipGreinerHormannBased<T>::GetResultPolygons(std::vector<CPolygon*
 template <typename T>
 void CPolygonClipGreinerHormannBased<T>::AddResultPolygons(std::vector<CPolygon*> const & polygons)
 {
-    for (CPolygon const * polygon : polygons)
+    for (CPolygon const* polygon : polygons)
     {
         std::unique_ptr<CLinkedPathObject> ring;
-        for (CPathObjectBase const * object : polygon->GetOutline())
+        for (CPathObjectBase const* object : polygon->GetOutline())
         {
             AppendToResultRing(object, ring, true);
         }
@@ -177,7 +177,7 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipGreinerHormannBased<T>::Co
     // all objects go into one result ring; the ring of holders may be open or closed
     std::unique_ptr<CLinkedPathObject> ring(m_Results);
     m_Results = nullptr;
-    CPathObjectHolder const * holder = m_SubjectRing;
+    CPathObjectHolder const* holder = m_SubjectRing;
     while (holder != nullptr)
     {
         AppendToResultRing(holder->GetPathObject(), ring, true);
@@ -276,9 +276,8 @@ template <typename T>
 typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipSeparateRings()
 {
     ESeparateOutcome const outcome = ClassifySeparateRings(this->m_SubjectRing, this->m_ClipRing);
-    auto const sideOf = [outcome](ESeparateOutcome inside) {
-        return outcome == inside ? EPointPosition::eInside : EPointPosition::eOutside;
-    };
+    auto const sideOf = [outcome](ESeparateOutcome inside)
+    { return outcome == inside ? EPointPosition::eInside : EPointPosition::eOutside; };
     if (!IsWhollyOnSide(this->m_SubjectRing, this->m_ClipRing, sideOf(ESeparateOutcome::eSubjectInsideClip)) ||
         !IsWhollyOnSide(this->m_ClipRing, this->m_SubjectRing, sideOf(ESeparateOutcome::eClipInsideSubject)))
     {

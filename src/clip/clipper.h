@@ -37,11 +37,11 @@ protected:
     /// The stages in their order. Called only from `Execute`, with both rings closed.
     virtual EClipResult DoClip() = 0;
 
-    CLinkedPathObject* m_Results = nullptr;      ///< head of the chain of result rings; owned
-    CPathObjectHolder* m_SubjectRing = nullptr;  ///< a holder of the ring; the ring is owned
-    CPathObjectHolder* m_ClipRing = nullptr;     ///< a holder of the ring; the ring is owned
-    CBoundingRect<double> m_SubjectRect;         ///< around what was read into the subject ring
-    CBoundingRect<double> m_ClipRect;            ///< around what was read into the clip ring
+    CLinkedPathObject* m_Results = nullptr;     ///< head of the chain of result rings; owned
+    CPathObjectHolder* m_SubjectRing = nullptr; ///< a holder of the ring; the ring is owned
+    CPathObjectHolder* m_ClipRing = nullptr;    ///< a holder of the ring; the ring is owned
+    CBoundingRect<double> m_SubjectRect;        ///< around what was read into the subject ring
+    CBoundingRect<double> m_ClipRect;           ///< around what was read into the clip ring
 };
 
 /// The one clipper that there is.
@@ -100,7 +100,7 @@ enum class EMarkOutcome
 
 /// Gives each intersection of `ring` its direction. The result keeps the parts outside `other`, with `invert` those
 /// inside. `rect`: the rectangle of the other ring.
-EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const * other, bool invert,
+EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const* other, bool invert,
                       CBoundingRect<double> const & rect);
 
 /// Traces the marked rings and adds the result rings to the front of `results`. False if a walk found no way on.
@@ -108,13 +108,13 @@ bool TraceResultRings(CPathObjectHolder* subjectRing, CPathObjectHolder* clipRin
 
 /// A clone of `object` (reversed if told) at the head of `ring`, joined with the old head if they make one object.
 /// Objects without extent are dropped. `ring` may be null.
-void AppendToResultRing(CPathObjectBase const * object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse);
+void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse);
 
 /// Joins last and first object of a ring, if they make one object.
 void CloseResultRing(CLinkedPathObject* ring);
 
 /// Every ring of the chain ends where it starts.
-bool AreResultRingsClosed(CLinkedPathObject const * results);
+bool AreResultRingsClosed(CLinkedPathObject const* results);
 
 /// Cleans every object of every ring of the chain.
 void CleanupResultRings(CLinkedPathObject* results);
@@ -127,6 +127,6 @@ enum class ESeparateOutcome
     eSeparate = 3
 };
 
-ESeparateOutcome ClassifySeparateRings(CPathObjectHolder const * subjectRing, CPathObjectHolder const * clipRing);
+ESeparateOutcome ClassifySeparateRings(CPathObjectHolder const* subjectRing, CPathObjectHolder const* clipRing);
 
 } // namespace geometry

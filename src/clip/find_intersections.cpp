@@ -35,26 +35,29 @@ void ForEachHolder(CPathObjectHolder* ring, Visit visit)
 bool CollectSplitPositions(CPathObjectHolder* subject, CPathObjectHolder* clip)
 {
     bool allTouched = true;
-    ForEachHolder(subject, [&](CPathObjectHolder* a) {
-        bool touched = false;
-        ForEachHolder(clip, [&](CPathObjectHolder* b) {
-            if (a->GetPathObject()->DetermineSplitPositions(*b->GetPathObject(), a->m_SplitPositions,
-                                                            b->m_SplitPositions) ==
-                CPathObjectBase::eSplitPositionsFound)
-            {
-                touched = true;
-            }
-        });
-        allTouched = allTouched && touched;
-    });
+    ForEachHolder(subject,
+                  [&](CPathObjectHolder* a)
+                  {
+                      bool touched = false;
+                      ForEachHolder(clip,
+                                    [&](CPathObjectHolder* b)
+                                    {
+                                        if (a->GetPathObject()->DetermineSplitPositions(
+                                                *b->GetPathObject(), a->m_SplitPositions, b->m_SplitPositions) ==
+                                            CPathObjectBase::eSplitPositionsFound)
+                                        {
+                                            touched = true;
+                                        }
+                                    });
+                      allTouched = allTouched && touched;
+                  });
     return allTouched;
 }
 
 void CutObjects(CPathObjectHolder* ring)
 {
-    ForEachHolder(ring, [](CPathObjectHolder* holder) {
-        holder->GetPathObject()->DoSplits(holder->m_SplitPositions, holder->m_Pieces);
-    });
+    ForEachHolder(ring, [](CPathObjectHolder* holder)
+                  { holder->GetPathObject()->DoSplits(holder->m_SplitPositions, holder->m_Pieces); });
 }
 
 /// Moves the pieces of `holder` into holders: the first into `holder` itself, each further one into a new holder
@@ -91,7 +94,8 @@ bool PlacePieces(CPathObjectHolder* holder, OnPiece onPiece)
 /// Links `holder` of the clip ring with the first candidate in the order of the search that begins at its point.
 void PairWithCandidate(CPathObjectHolder* holder, Candidates & candidates, bool fromFront)
 {
-    auto const qualifies = [holder](CPathObjectHolder const * candidate) {
+    auto const qualifies = [holder](CPathObjectHolder const* candidate)
+    {
         return candidate->m_IsIntersection && candidate->m_Neighbour == nullptr &&
                candidate->GetStartPoint() == holder->GetStartPoint();
     };
@@ -114,19 +118,17 @@ void PairWithCandidate(CPathObjectHolder* holder, Candidates & candidates, bool 
 }
 
 /// The holder of the partner's ring whose object covers the track of `holder`, if the rings are the same.
-CPathObjectHolder const * Counterpart(CPathObjectHolder const * holder, bool backward)
+CPathObjectHolder const* Counterpart(CPathObjectHolder const* holder, bool backward)
 {
     return backward ? holder->m_Neighbour->m_Previous : holder->m_Neighbour;
 }
 
-bool AreRingsCoincident(CPathObjectHolder const * subject)
+bool AreRingsCoincident(CPathObjectHolder const* subject)
 {
-    auto const isPaired = [](CPathObjectHolder const * holder) {
-        return holder->m_IsIntersection && holder->m_Neighbour != nullptr;
-    };
-    auto const matches = [](CPathObjectHolder const * holder, bool backward) {
-        return holder->GetPathObject()->IsCoincidentWith(*Counterpart(holder, backward)->GetPathObject());
-    };
+    auto const isPaired = [](CPathObjectHolder const* holder)
+    { return holder->m_IsIntersection && holder->m_Neighbour != nullptr; };
+    auto const matches = [](CPathObjectHolder const* holder, bool backward)
+    { return holder->GetPathObject()->IsCoincidentWith(*Counterpart(holder, backward)->GetPathObject()); };
     if (!isPaired(subject))
     {
         return false;
@@ -136,7 +138,7 @@ bool AreRingsCoincident(CPathObjectHolder const * subject)
     {
         return false;
     }
-    for (CPathObjectHolder const * holder = subject->m_Next; holder != subject; holder = holder->m_Next)
+    for (CPathObjectHolder const* holder = subject->m_Next; holder != subject; holder = holder->m_Next)
     {
         if (!isPaired(holder) || !matches(holder, backward))
         {
@@ -157,24 +159,29 @@ EIntersectionOutcome FindAndSplitIntersections(CPathObjectHolder* subject, CPath
 
     bool hasIntersection = false;
     Candidates candidates;
-    ForEachHolder(subject, [&](CPathObjectHolder* holder) {
-        hasIntersection |=
-            PlacePieces(holder, [&](CPathObjectHolder* placed) { candidates.push_back(placed); });
-    });
-    ForEachHolder(clip, [&](CPathObjectHolder* holder) {
-        hasIntersection |= PlacePieces(holder, [&](CPathObjectHolder* placed) {
-            if (placed->m_IsIntersection)
-            {
-                PairWithCandidate(placed, candidates, sameWinding);
-            }
-        });
-    });
-    ForEachHolder(subject, [](CPathObjectHolder* holder) {
-        if (holder->m_IsIntersection && holder->m_Neighbour == nullptr)
-        {
-            holder->m_IsIntersection = false;
-        }
-    });
+    ForEachHolder(
+        subject, [&](CPathObjectHolder* holder)
+        { hasIntersection |= PlacePieces(holder, [&](CPathObjectHolder* placed) { candidates.push_back(placed); }); });
+    ForEachHolder(clip,
+                  [&](CPathObjectHolder* holder)
+                  {
+                      hasIntersection |= PlacePieces(holder,
+                                                     [&](CPathObjectHolder* placed)
+                                                     {
+                                                         if (placed->m_IsIntersection)
+                                                         {
+                                                             PairWithCandidate(placed, candidates, sameWinding);
+                                                         }
+                                                     });
+                  });
+    ForEachHolder(subject,
+                  [](CPathObjectHolder* holder)
+                  {
+                      if (holder->m_IsIntersection && holder->m_Neighbour == nullptr)
+                      {
+                          holder->m_IsIntersection = false;
+                      }
+                  });
 
     if (!hasIntersection)
     {

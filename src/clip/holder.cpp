@@ -60,10 +60,10 @@ CPathObjectHolder* InsertHolder(std::unique_ptr<CPathObjectBase> object, CPathOb
     return holder;
 }
 
-std::size_t CountHolders(CPathObjectHolder const * ring)
+std::size_t CountHolders(CPathObjectHolder const* ring)
 {
     std::size_t count = 1;
-    for (CPathObjectHolder const * holder = ring->m_Next; holder != ring; holder = holder->m_Next)
+    for (CPathObjectHolder const* holder = ring->m_Next; holder != ring; holder = holder->m_Next)
     {
         ++count;
     }
@@ -78,7 +78,8 @@ CLinkedPathObject::~CLinkedPathObject()
     }
     // what hangs on this element is strung on one list, so that no destructor calls another in turn
     CLinkedPathObject* pending = nullptr;
-    auto const adopt = [&pending](CLinkedPathObject* first) {
+    auto const adopt = [&pending](CLinkedPathObject* first)
+    {
         if (first == nullptr)
         {
             return;

@@ -24,7 +24,7 @@ public:
     virtual ~CPathObjectHolder();
 
     /// The own object if there is one, else the shared one.
-    CPathObjectBase const * GetPathObject() const { return m_OwnObject != nullptr ? m_OwnObject : m_SharedObject; }
+    CPathObjectBase const* GetPathObject() const { return m_OwnObject != nullptr ? m_OwnObject : m_SharedObject; }
     TPoint<double> const & GetStartPoint() const { return GetPathObject()->GetStartPoint(); }
     /// The holder is an intersection, or was one when it was made: its start point lies on the other ring.
     bool HasIntersectionHistory() const { return m_IsIntersection || m_WasIntersection; }
@@ -33,19 +33,19 @@ public:
     /// Replaces the object by `object`, which the holder owns then.
     void TakeObject(CPathObjectBase* object);
 
-    CPathObjectBase const * m_SharedObject = nullptr; ///< belongs to the input polygon; null with an own object
-    CPathObjectBase* m_OwnObject = nullptr;           ///< owned; takes precedence
+    CPathObjectBase const* m_SharedObject = nullptr; ///< belongs to the input polygon; null with an own object
+    CPathObjectBase* m_OwnObject = nullptr;          ///< owned; takes precedence
     CPathObjectHolder* m_Next = nullptr;
     CPathObjectHolder* m_Previous = nullptr;
-    CPathObjectHolder* m_NextRing = nullptr;                   ///< a further ring of the same side; stays null
-    std::vector<CPathObjectBase::SplitPiece> m_Pieces;         ///< owned until a holder takes them over (then null)
-    CPathObjectBase::SplitPositionList m_SplitPositions;       ///< cuts against all objects of the other ring
-    bool m_IsIntersection = false;                             ///< the start point is an intersection
-    int m_Direction = 0;                                       ///< EWalkDirection: where a trace goes on from here
-    CPathObjectHolder* m_Neighbour = nullptr;                  ///< the same intersection on the other ring; not owned
-    bool m_Visited = false;                                    ///< the trace has passed here
-    bool m_NewVertex = false;                                  ///< made by a cut, not a vertex of the input
-    bool m_WasIntersection = false;                            ///< stays when `m_IsIntersection` is cleared
+    CPathObjectHolder* m_NextRing = nullptr;             ///< a further ring of the same side; stays null
+    std::vector<CPathObjectBase::SplitPiece> m_Pieces;   ///< owned until a holder takes them over (then null)
+    CPathObjectBase::SplitPositionList m_SplitPositions; ///< cuts against all objects of the other ring
+    bool m_IsIntersection = false;                       ///< the start point is an intersection
+    int m_Direction = 0;                                 ///< EWalkDirection: where a trace goes on from here
+    CPathObjectHolder* m_Neighbour = nullptr;            ///< the same intersection on the other ring; not owned
+    bool m_Visited = false;                              ///< the trace has passed here
+    bool m_NewVertex = false;                            ///< made by a cut, not a vertex of the input
+    bool m_WasIntersection = false;                      ///< stays when `m_IsIntersection` is cleared
 };
 
 /// Values of `CPathObjectHolder::m_Direction`.
@@ -64,7 +64,7 @@ CPathObjectHolder* InsertHolder(std::unique_ptr<CPathObjectBase> object, CPathOb
                                 CPathObjectHolder* previous, bool intersection);
 
 /// The number of holders of a closed ring.
-std::size_t CountHolders(CPathObjectHolder const * ring);
+std::size_t CountHolders(CPathObjectHolder const* ring);
 
 /// One element of a result ring: a list that is not closed into a circle.
 class CLinkedPathObject
@@ -91,9 +91,9 @@ class PathObjectIterator final
 {
 public:
     using iterator_category = std::bidirectional_iterator_tag;
-    using value_type = CPathObjectBase const *;
+    using value_type = CPathObjectBase const*;
     using difference_type = int;
-    using pointer = value_type const *;
+    using pointer = value_type const*;
     using reference = value_type;
 
     PathObjectIterator(Holder* holder, bool wrapped) : m_First(holder), m_Current(holder), m_Wrapped(wrapped) {}
@@ -112,7 +112,7 @@ public:
     }
     virtual bool operator!=(PathObjectIterator const & other) const { return !(*this == other); }
     virtual PathObjectIterator & operator=(PathObjectIterator const & other) = default;
-    virtual CPathObjectBase const * operator*() const { return m_Current->GetPathObject(); }
+    virtual CPathObjectBase const* operator*() const { return m_Current->GetPathObject(); }
 
 private:
     PathObjectIterator & Increment()

@@ -18,15 +18,15 @@ struct TSide
 };
 
 /// The object before `holder` can be tested: it has an extent and isn't known to lie on the other ring.
-bool IsUsableForSide(CPathObjectHolder const * holder)
+bool IsUsableForSide(CPathObjectHolder const* holder)
 {
-    CPathObjectHolder const * const p = holder->m_Previous;
+    CPathObjectHolder const* const p = holder->m_Previous;
     return !p->GetPathObject()->IsDegenerate() &&
            (!holder->HasIntersectionHistory() || !IsOnTrackOf(p, p->m_Neighbour));
 }
 
 /// From `ring` on, the first holder whose side can be told; a null holder if all test points lie on the other ring.
-TSide FindSide(CPathObjectHolder* ring, CPathObjectHolder const * other, CBoundingRect<double> const & rect)
+TSide FindSide(CPathObjectHolder* ring, CPathObjectHolder const* other, CBoundingRect<double> const & rect)
 {
     CPathObjectHolder* h = ring;
     do
@@ -71,7 +71,7 @@ bool Contradicts(EPointPosition position, bool isMarkedInside)
 
 } // namespace
 
-EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const * other, bool invert,
+EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const* other, bool invert,
                       CBoundingRect<double> const & rect)
 {
     TSide const side = FindSide(ring, other, rect);
@@ -92,10 +92,8 @@ EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const * other, 
             EPointPosition const position = LocatePointOrRect(g->GetPathObject()->GetInbetweenPoint(), other, rect);
             outcome = Contradicts(position, isLeftOut != invert) ? EMarkOutcome::eInconsistent : outcome;
         }
-        if (IsWorthASample(g) && Contradicts(LocateClearSample(g, other), isLeftOut != invert))
-        {
-            outcome = EMarkOutcome::eInconsistent;
-        }
+        EPointPosition const expected = isLeftOut != invert ? EPointPosition::eInside : EPointPosition::eOutside;
+        outcome = AgreesWithSamples(g, other, expected) ? outcome : EMarkOutcome::eInconsistent;
         g = g->m_Next;
     } while (g != side.holder);
     return outcome;

@@ -21,13 +21,13 @@ namespace
 /// The end of an overlap of two straight segments looks like a plain crossing if its own point is new on both rings;
 /// its other end is then an intersection at a vertex `n` next to it. `end`: the holder at the overlap's end on one
 /// ring, `partner`: its neighbour, `segment`: the object of the overlap on the ring of `n`.
-bool IsOverlapWith(CPathObjectHolder const * n, CPathObjectHolder const * segment, CPathObjectHolder const * partner)
+bool IsOverlapWith(CPathObjectHolder const* n, CPathObjectHolder const* segment, CPathObjectHolder const* partner)
 {
     if (!n->m_IsIntersection || n->m_NewVertex || !segment->GetPathObject()->IsSingleSegment())
     {
         return false;
     }
-    CPathObjectHolder const * straight = nullptr;
+    CPathObjectHolder const* straight = nullptr;
     if (partner->m_Next == n->m_Neighbour)
     {
         straight = partner;
@@ -40,13 +40,13 @@ bool IsOverlapWith(CPathObjectHolder const * n, CPathObjectHolder const * segmen
            !straight->GetPathObject()->IsDegenerate();
 }
 
-bool IsEndOfStraightOverlap(CPathObjectHolder const * a, CPathObjectHolder const * b)
+bool IsEndOfStraightOverlap(CPathObjectHolder const* a, CPathObjectHolder const* b)
 {
     return IsOverlapWith(a->m_Next, a, b) || IsOverlapWith(b->m_Next, b, a) ||
            IsOverlapWith(a->m_Previous, a->m_Previous, b) || IsOverlapWith(b->m_Previous, b->m_Previous, a);
 }
 
-bool IsNewOnBothRings(CPathObjectHolder const * holder)
+bool IsNewOnBothRings(CPathObjectHolder const* holder)
 {
     return holder->m_NewVertex && holder->m_Neighbour != nullptr && holder->m_Neighbour->m_NewVertex;
 }
@@ -143,7 +143,7 @@ bool CDegenerateResolver::ResolveHolder()
 /// On which side the ring comes to the present holder: looks back over whatever lies on the other ring.
 bool CDegenerateResolver::FindSideBefore()
 {
-    CPathObjectHolder const * p = m_Holder->m_Previous;
+    CPathObjectHolder const* p = m_Holder->m_Previous;
     EObjectPosition position = ClassifyPathObject(p, m_Holder->m_Neighbour);
     while (position == EObjectPosition::eOnRing)
     {
@@ -209,7 +209,7 @@ EStep CDegenerateResolver::LookBehindHolder()
     {
         return EStep::eGoOn;
     }
-    CPathObjectHolder const * const n = h->m_Next;
+    CPathObjectHolder const* const n = h->m_Next;
     if (n->m_Neighbour != nullptr)
     {
         return EStep::eNextStage;
@@ -288,7 +288,7 @@ bool CDegenerateResolver::NeedsBridge()
 /// Whether the two pairs of holders at the point are linked crossed over rather than straight.
 bool CDegenerateResolver::IsBridgeCrossed() const
 {
-    CPathObjectHolder const * const b = m_Holder->m_Neighbour;
+    CPathObjectHolder const* const b = m_Holder->m_Neighbour;
     if (!m_OnStretch)
     {
         TPoint<double> const m = b->GetPathObject()->GetInbetweenPoint();
@@ -325,7 +325,7 @@ void CDegenerateResolver::InsertBridge()
 EResolveOutcome CDegenerateResolver::CountIntersections() const
 {
     std::size_t count = 0;
-    CPathObjectHolder const * holder = m_Start;
+    CPathObjectHolder const* holder = m_Start;
     do
     {
         count += holder->m_IsIntersection ? 1 : 0;

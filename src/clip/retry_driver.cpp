@@ -39,7 +39,7 @@ template <typename Add>
 void ReadOutline(CPolygon const & polygon, int & winding, Add add)
 {
     bool isAnyAdded = false;
-    for (CPathObjectBase const * object : polygon.GetOutline())
+    for (CPathObjectBase const* object : polygon.GetOutline())
     {
         if (object->IsValid())
         {
@@ -55,14 +55,14 @@ void ReadOutline(CPolygon const & polygon, int & winding, Add add)
 
 void AddPolygonToRing(CPolygon const & polygon, AddPathHelper & helper, int & winding)
 {
-    ReadOutline(polygon, winding, [&](CPathObjectBase const * object) { helper.AddPathObject(object); });
+    ReadOutline(polygon, winding, [&](CPathObjectBase const* object) { helper.AddPathObject(object); });
 }
 
 void AddPerturbedPolygonToRing(CPolygon const & polygon, AddPathHelper & helper, int & winding, double const & dx,
                                double const & dy, bool correct)
 {
     ReadOutline(polygon, winding,
-                [&](CPathObjectBase const * object) { helper.AddPathObject(object, dx, dy, correct); });
+                [&](CPathObjectBase const* object) { helper.AddPathObject(object, dx, dy, correct); });
 }
 
 } // namespace
@@ -102,8 +102,7 @@ void CPolygonClipBase<T>::ReadPolygons(CPolygon const & first, CPolygon const & 
 }
 
 template <typename T>
-typename CPolygonClipBase<T>::EClipResult CPolygonClipBase<T>::RunClip(CPolygon const & first,
-                                                                       CPolygon const & second)
+typename CPolygonClipBase<T>::EClipResult CPolygonClipBase<T>::RunClip(CPolygon const & first, CPolygon const & second)
 {
     m_Attempts = 0;
     if (second.IsCoincidentWith(first))

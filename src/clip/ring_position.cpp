@@ -37,18 +37,18 @@ bool CrossingParity(double const & x, double const & y, RingIterator first, Ring
     return (count & 1U) != 0;
 }
 
-EPointPosition LocatePointInRing(TPoint<double> const & point, CPathObjectHolder const * ring)
+EPointPosition LocatePointInRing(TPoint<double> const & point, CPathObjectHolder const* ring)
 {
     return LocatePointInRing(point.x, point.y, RingIterator(ring, false), RingIterator(ring, true));
 }
 
-EPointPosition LocatePointOrRect(TPoint<double> const & point, CPathObjectHolder const * ring,
+EPointPosition LocatePointOrRect(TPoint<double> const & point, CPathObjectHolder const* ring,
                                  CBoundingRect<double> const & rect)
 {
     return rect.ContainsPoint(point.x, point.y) ? LocatePointInRing(point, ring) : EPointPosition::eOutside;
 }
 
-bool IsOnTrackOf(CPathObjectHolder const * holder, CPathObjectHolder const * partner)
+bool IsOnTrackOf(CPathObjectHolder const* holder, CPathObjectHolder const* partner)
 {
     if (partner == nullptr)
     {
@@ -65,7 +65,7 @@ namespace
 /// The first position off the ring among the points `first` to `last` and the midpoints before them. `previous` is
 /// the point before `first`, and becomes the last point looked at.
 EPointPosition LocateAlong(CPathObjectBase::PointIterator first, CPathObjectBase::PointIterator last,
-                           TPoint<double> & previous, CPathObjectHolder const * ring)
+                           TPoint<double> & previous, CPathObjectHolder const* ring)
 {
     for (; first != last; ++first)
     {
@@ -87,7 +87,7 @@ EPointPosition LocateAlong(CPathObjectBase::PointIterator first, CPathObjectBase
     return EPointPosition::eOnRing;
 }
 
-EPointPosition LocateObject(CPathObjectHolder const * holder, CPathObjectHolder const * other)
+EPointPosition LocateObject(CPathObjectHolder const* holder, CPathObjectHolder const* other)
 {
     CPathObjectBase const & object = *holder->GetPathObject();
     auto first = object.GetPointsBegin();
@@ -120,7 +120,7 @@ EPointPosition LocateObject(CPathObjectHolder const * holder, CPathObjectHolder 
 
 } // namespace
 
-EObjectPosition ClassifyPathObject(CPathObjectHolder const * holder, CPathObjectHolder const * other)
+EObjectPosition ClassifyPathObject(CPathObjectHolder const* holder, CPathObjectHolder const* other)
 {
     if (other == nullptr || !(holder->HasIntersectionHistory() || holder->m_Next->HasIntersectionHistory()))
     {

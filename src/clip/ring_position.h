@@ -28,17 +28,17 @@ EPointPosition LocatePointInRing(double const & x, double const & y, RingIterato
 bool CrossingParity(double const & x, double const & y, RingIterator first, RingIterator last);
 
 /// `LocatePointInRing` over the whole ring of `ring`.
-EPointPosition LocatePointInRing(TPoint<double> const & point, CPathObjectHolder const * ring);
+EPointPosition LocatePointInRing(TPoint<double> const & point, CPathObjectHolder const* ring);
 
 /// The same, without the walk for points clearly outside `rect`, the rectangle of that ring.
-EPointPosition LocatePointOrRect(TPoint<double> const & point, CPathObjectHolder const * ring,
+EPointPosition LocatePointOrRect(TPoint<double> const & point, CPathObjectHolder const* ring,
                                  CBoundingRect<double> const & rect);
 
 /// The object of `holder` against the ring of `other`, which may be null: by its points, less those at its
 /// intersections, and by the midpoints between them.
-EObjectPosition ClassifyPathObject(CPathObjectHolder const * holder, CPathObjectHolder const * other);
+EObjectPosition ClassifyPathObject(CPathObjectHolder const* holder, CPathObjectHolder const* other);
 
 /// The object of `holder` is the same track as the object of `partner` or as the one before it. `partner` may be null.
-bool IsOnTrackOf(CPathObjectHolder const * holder, CPathObjectHolder const * partner);
+bool IsOnTrackOf(CPathObjectHolder const* holder, CPathObjectHolder const* partner);
 
 } // namespace geometry

@@ -7,7 +7,7 @@
 namespace geometry
 {
 
-void AppendToResultRing(CPathObjectBase const * object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse)
+void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse)
 {
     if (object == nullptr ||
         (object->GetStartPoint() == object->GetEndPoint() && object->GetInbetweenPoint() == object->GetStartPoint()))
@@ -60,11 +60,11 @@ void CloseResultRing(CLinkedPathObject* ring)
     }
 }
 
-bool AreResultRingsClosed(CLinkedPathObject const * results)
+bool AreResultRingsClosed(CLinkedPathObject const* results)
 {
-    for (CLinkedPathObject const * ring = results; ring != nullptr; ring = ring->m_NextRing)
+    for (CLinkedPathObject const* ring = results; ring != nullptr; ring = ring->m_NextRing)
     {
-        CLinkedPathObject const * last = ring;
+        CLinkedPathObject const* last = ring;
         while (last->m_Next != nullptr)
         {
             last = last->m_Next;
@@ -157,9 +157,9 @@ namespace
 {
 
 /// The position of the first test point of `ring` that is off `other`; `eOnRing` if there is none.
-EPointPosition LocateRing(CPathObjectHolder const * ring, CPathObjectHolder const * other)
+EPointPosition LocateRing(CPathObjectHolder const* ring, CPathObjectHolder const* other)
 {
-    CPathObjectHolder const * holder = ring;
+    CPathObjectHolder const* holder = ring;
     do
     {
         CPathObjectBase const & object = *holder->GetPathObject();
@@ -181,7 +181,7 @@ EPointPosition LocateRing(CPathObjectHolder const * ring, CPathObjectHolder cons
 
 } // namespace
 
-ESeparateOutcome ClassifySeparateRings(CPathObjectHolder const * subjectRing, CPathObjectHolder const * clipRing)
+ESeparateOutcome ClassifySeparateRings(CPathObjectHolder const* subjectRing, CPathObjectHolder const* clipRing)
 {
     if (subjectRing == nullptr || clipRing == nullptr)
     {

@@ -90,32 +90,32 @@ bool CPathObjectBase::Accept(CPathObjectVisitor & visitor)
     return visitor.VisitBase(*this);
 }
 
-CPathObjectArc* CPathObjectBase::MergeWithArc(CPathObjectArc const * const) const
+CPathObjectArc* CPathObjectBase::MergeWithArc(CPathObjectArc const* const) const
 {
     return nullptr;
 }
 
-CPathObjectPolyline* CPathObjectBase::MergeWithPolyline(CPathObjectPolyline const * const) const
+CPathObjectPolyline* CPathObjectBase::MergeWithPolyline(CPathObjectPolyline const* const) const
 {
     return nullptr;
 }
 
-CPathObjectArc* CPathObjectBase::AppendArc(CPathObjectArc const * const) const
+CPathObjectArc* CPathObjectBase::AppendArc(CPathObjectArc const* const) const
 {
     return nullptr;
 }
 
-CPathObjectPolyline* CPathObjectBase::AppendPolyline(CPathObjectPolyline const * const) const
+CPathObjectPolyline* CPathObjectBase::AppendPolyline(CPathObjectPolyline const* const) const
 {
     return nullptr;
 }
 
-CPathObjectArc* CPathObjectBase::PrependArc(CPathObjectArc const * const) const
+CPathObjectArc* CPathObjectBase::PrependArc(CPathObjectArc const* const) const
 {
     return nullptr;
 }
 
-CPathObjectPolyline* CPathObjectBase::PrependPolyline(CPathObjectPolyline const * const) const
+CPathObjectPolyline* CPathObjectBase::PrependPolyline(CPathObjectPolyline const* const) const
 {
     return nullptr;
 }

@@ -158,23 +158,23 @@ bool CPathObjectPolyline::IsClosed() const
 
 // --- joins -----------------------------------------------------------------------------------------------------
 
-CPathObjectBase* CPathObjectPolyline::MergeWith(CPathObjectBase const * other) const
+CPathObjectBase* CPathObjectPolyline::MergeWith(CPathObjectBase const* other) const
 {
     return other != nullptr ? other->MergeWithPolyline(this) : nullptr;
 }
 
-CPathObjectPolyline* CPathObjectPolyline::MergeWithPolyline(CPathObjectPolyline const * const other) const
+CPathObjectPolyline* CPathObjectPolyline::MergeWithPolyline(CPathObjectPolyline const* const other) const
 {
     CPathObjectPolyline* const joined = AppendPolyline(other);
     return joined != nullptr ? joined : PrependPolyline(other);
 }
 
-CPathObjectBase* CPathObjectPolyline::Append(CPathObjectBase const * other) const
+CPathObjectBase* CPathObjectPolyline::Append(CPathObjectBase const* other) const
 {
     return other != nullptr ? other->PrependPolyline(this) : nullptr;
 }
 
-CPathObjectBase* CPathObjectPolyline::Prepend(CPathObjectBase const * other) const
+CPathObjectBase* CPathObjectPolyline::Prepend(CPathObjectBase const* other) const
 {
     return other != nullptr ? other->AppendPolyline(this) : nullptr;
 }
@@ -190,7 +190,7 @@ bool MeetEndToStart(CPathObjectPolyline const & first, CPathObjectPolyline const
 
 } // namespace
 
-CPathObjectPolyline* CPathObjectPolyline::AppendPolyline(CPathObjectPolyline const * const other) const
+CPathObjectPolyline* CPathObjectPolyline::AppendPolyline(CPathObjectPolyline const* const other) const
 {
     if (other == nullptr || !MeetEndToStart(*this, *other))
     {
@@ -209,7 +209,7 @@ CPathObjectPolyline* CPathObjectPolyline::AppendPolyline(CPathObjectPolyline con
     return joined.release();
 }
 
-CPathObjectPolyline* CPathObjectPolyline::PrependPolyline(CPathObjectPolyline const * const other) const
+CPathObjectPolyline* CPathObjectPolyline::PrependPolyline(CPathObjectPolyline const* const other) const
 {
     if (other == nullptr || !MeetEndToStart(*other, *this))
     {

@@ -100,8 +100,7 @@ bool CPathObjectPolyline::RemoveCollinearVertices(bool mayRemoveStartPoint)
         TPoint<double> const next = Snap(successor, last);
         double const nextSlope = Slope(last, next);
         last = next;
-        if (IsAlmostEqual(nextSlope, slope, FineUlpLimit) &&
-            (mayRemoveStartPoint || !closed || !(p[todo] == first)))
+        if (IsAlmostEqual(nextSlope, slope, FineUlpLimit) && (mayRemoveStartPoint || !closed || !(p[todo] == first)))
         {
             ++todo;
             changed = true;

@@ -10,7 +10,7 @@ namespace
 {
 
 std::unique_ptr<CPathObjectPolyline> MakePart(TPoint<double> const & a, TPoint<double> const & b,
-                                              CPathObjectBase::CUserInfoInterface const * userInfo)
+                                              CPathObjectBase::CUserInfoInterface const* userInfo)
 {
     auto part = std::make_unique<CPathObjectPolyline>(a, b);
     part->Cleanup(false);

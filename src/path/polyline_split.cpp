@@ -40,9 +40,9 @@ void InsertSplitPoint(std::vector<CPathObjectBase::SplitPoint> & points, CPathOb
     points.insert(place, point);
 }
 
-CPathObjectBase::EPathSplitResult
-CPathObjectPolyline::DetermineSplitPositions(CPathObjectPolyline const & other, SplitPositionList & mine,
-                                             SplitPositionList & theirs) const
+CPathObjectBase::EPathSplitResult CPathObjectPolyline::DetermineSplitPositions(CPathObjectPolyline const & other,
+                                                                               SplitPositionList & mine,
+                                                                               SplitPositionList & theirs) const
 {
     auto const toSplitPoint = [](TPoint<double> const & p) { return SplitPoint(p.x, p.y); };
     bool const mayMeet = m_BoundingRect.Overlaps(other.m_BoundingRect);
@@ -113,7 +113,8 @@ void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vec
     bool hasLast = false;
     bool lastAtVertex = false;
 
-    auto const newPiece = [&] {
+    auto const newPiece = [&]
+    {
         auto piece = std::make_unique<CPathObjectPolyline>();
         piece->SetUserInfo(CloneUserInfo());
         if (hasLast && !lastAtVertex)
@@ -122,7 +123,8 @@ void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vec
         }
         return piece;
     };
-    auto const finishPiece = [&](std::unique_ptr<CPathObjectPolyline> piece) {
+    auto const finishPiece = [&](std::unique_ptr<CPathObjectPolyline> piece)
+    {
         if (piece->IsValid())
         {
             int const flags = (hasLast ? 1 : 0) | (lastAtVertex ? 2 : 0);

@@ -64,15 +64,15 @@ struct TEdge
 {
     TPoint<double> start;
     TPoint<double> end;
-    CPathObjectArc const * arc; ///< null for a segment
+    CPathObjectArc const* arc; ///< null for a segment
 };
 
 std::vector<TEdge> EdgesOf(CPolygon::PathObjects const & outline)
 {
     std::vector<TEdge> edges;
-    for (CPathObjectBase const * object : outline)
+    for (CPathObjectBase const* object : outline)
     {
-        if (auto const * arc = dynamic_cast<CPathObjectArc const *>(object))
+        if (auto const* arc = dynamic_cast<CPathObjectArc const*>(object))
         {
             edges.push_back({arc->GetStartPoint(), arc->GetEndPoint(), arc});
             continue;
@@ -198,7 +198,7 @@ double SignedOutlineArea(CPolygon::PathObjects const & outline)
 double CPolygon::GetArea() const
 {
     double area = OutlineArea(m_Outline);
-    for (CPolygon const * hole : GetHoles())
+    for (CPolygon const* hole : GetHoles())
     {
         area -= OutlineArea(hole->m_Outline);
     }

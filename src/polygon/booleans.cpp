@@ -60,7 +60,7 @@ bool ReplaceByPieces(PolygonVector & work, std::size_t index, OwningPolygonVecto
 /// What of `polygon` lies within the holes of `clip` survives: it goes to the end of `work`.
 void AppendPartsInHoles(PolygonVector & work, CPolygon const & polygon, CPolygon const & clip)
 {
-    for (CPolygon const * hole : clip.GetHoles())
+    for (CPolygon const* hole : clip.GetHoles())
     {
         OwningPolygonVector parts;
         if (polygon.IntersectPolygon(parts, *hole))
@@ -117,20 +117,22 @@ EClipResult SubtractPolygonRange(PolygonVector & work, PolygonRange const & rang
         return Clipper::eClipNothingToDo;
     }
     EClipResult code = Clipper::eClipFailed; // nothing achieved so far
-    for (CPolygon const * clip : range)
+    for (CPolygon const* clip : range)
     {
         if (this_thread::cancellation_requested())
         {
             break;
         }
-        ForEachIndexDown(work, [&](std::size_t i) {
-            if (this_thread::cancellation_requested())
-            {
-                return false;
-            }
-            code = SubtractFromPolygon(work, i, *clip, clipper, code);
-            return code != Clipper::eClipFailed;
-        });
+        ForEachIndexDown(work,
+                         [&](std::size_t i)
+                         {
+                             if (this_thread::cancellation_requested())
+                             {
+                                 return false;
+                             }
+                             code = SubtractFromPolygon(work, i, *clip, clipper, code);
+                             return code != Clipper::eClipFailed;
+                         });
         if (code == Clipper::eClipFailed)
         {
             break;
@@ -147,18 +149,20 @@ namespace
 {
 
 /// Takes `hole` away from every polygon of `work`; pieces move to the end, a failed one is dropped.
-void SubtractHoleFromAll(PolygonVector & work, CPolygon const * hole, Clipper & clipper)
+void SubtractHoleFromAll(PolygonVector & work, CPolygon const* hole, Clipper & clipper)
 {
     PolygonRange const range(1, hole);
-    ForEachIndexDown(work, [&](std::size_t j) {
-        OwningPolygonVector pieces;
-        PushPolygon(pieces, TakePolygon(work, j));
-        if (SubtractPolygonRange(pieces, range, clipper) != Clipper::eClipFailed)
-        {
-            AppendPolygons(work, pieces);
-        }
-        return true;
-    });
+    ForEachIndexDown(work,
+                     [&](std::size_t j)
+                     {
+                         OwningPolygonVector pieces;
+                         PushPolygon(pieces, TakePolygon(work, j));
+                         if (SubtractPolygonRange(pieces, range, clipper) != Clipper::eClipFailed)
+                         {
+                             AppendPolygons(work, pieces);
+                         }
+                         return true;
+                     });
 }
 
 /// Cuts `work[index]` down to its part in the outline of `clip`; codes as in `SubtractFromPolygon`.
@@ -203,20 +207,22 @@ EClipResult DoIntersectCore(PolygonVector & work, PolygonRange const & range, Cl
         return Clipper::eClipNothingToDo;
     }
     EClipResult code = Clipper::eClipFailed; // nothing achieved so far
-    for (CPolygon const * clip : range)
+    for (CPolygon const* clip : range)
     {
-        bool const isDone = ForEachIndexDown(work, [&](std::size_t i) {
-            code = IntersectWithOutline(work, i, *clip, clipper, code);
-            if (code == Clipper::eClipFailed)
-            {
-                return false;
-            }
-            for (CPolygon const * hole : clip->GetHoles())
-            {
-                SubtractHoleFromAll(work, hole, clipper);
-            }
-            return true;
-        });
+        bool const isDone = ForEachIndexDown(work,
+                                             [&](std::size_t i)
+                                             {
+                                                 code = IntersectWithOutline(work, i, *clip, clipper, code);
+                                                 if (code == Clipper::eClipFailed)
+                                                 {
+                                                     return false;
+                                                 }
+                                                 for (CPolygon const* hole : clip->GetHoles())
+                                                 {
+                                                     SubtractHoleFromAll(work, hole, clipper);
+                                                 }
+                                                 return true;
+                                             });
         if (!isDone)
         {
             DeletePolygons(work);
@@ -293,7 +299,8 @@ bool SubtractPolygons(CPolygon const & polygon, PolygonVector & result, PolygonR
     return CPolygonInternals::SubtractPolygonsCore(polygon, result, range);
 }
 
-bool CPolygon::SubtractPolygonsCore(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons) const
+bool CPolygon::SubtractPolygonsCore(std::vector<CPolygon*> & result,
+                                    std::vector<CPolygon const*> const & polygons) const
 {
     std::unique_ptr<Clipper> const clipper(CreateClipper());
     if (this_thread::cancellation_requested())
@@ -313,7 +320,7 @@ bool IsOnOutline(CPolygon const & polygon, TPoint<double> const & point)
 {
     auto const & outline = polygon.GetOutline();
     return std::any_of(outline.begin(), outline.end(),
-                       [&](CPathObjectBase const * object) { return object->IsPointOnPath(point.x, point.y); });
+                       [&](CPathObjectBase const* object) { return object->IsPointOnPath(point.x, point.y); });
 }
 
 /// `hole` lies in the outline of `piece`, which it doesn't cross but may touch. The first test point off the outline
@@ -325,7 +332,9 @@ bool Encloses(CPolygon const & piece, CPolygon const & hole)
     {
         for (CPathObjectBase const * object : hole.GetOutline())
         {
-            for (TPoint<double> const & point : {object->GetInbetweenPoint(), object->GetStartPoint()})
+            CPathObjectBase::Points points(1, object->GetInbetweenPoint());
+            points.insert(points.end(), object->GetPointsBegin(), object->GetPointsEnd());
+            for (TPoint<double> const & point : points)
             {
                 if (!IsOnOutline(piece, point))
                 {
@@ -343,7 +352,7 @@ bool CPolygon::HandleSubtractResultPolygons(std::vector<CPolygon*> & result, std
                                             CPolygon const & clip, CPolygonClipBase<double>* clipper) const
 {
     result.insert(result.end(), pieces.begin(), pieces.end());
-    for (CPolygon const * hole : GetHoles())
+    for (CPolygon const* hole : GetHoles())
     {
         if (hole == nullptr)
         {
@@ -352,28 +361,31 @@ bool CPolygon::HandleSubtractResultPolygons(std::vector<CPolygon*> & result, std
         // a hole that the clip may have cut is subtracted, an untouched one goes to the piece that contains it
         bool const mayBeCut = clip.m_BoundingRect.Overlaps(hole->m_BoundingRect);
         PolygonRange const range(1, hole);
-        bool const isDone = ForEachIndexDown(result, [&](std::size_t i) {
-            CPolygon & piece = *result[i];
-            OwningPolygonVector extra;
-            if (!piece.m_BoundingRect.Overlaps(hole->m_BoundingRect))
-            {
-                return true;
-            }
-            if (mayBeCut)
-            {
-                PushPolygon(extra, TakePolygon(result, i));
-                if (SubtractPolygonRange(extra, range, *clipper) == Clipper::eClipFailed)
-                {
-                    return false;
-                }
-            }
-            else if (Encloses(piece, *hole))
-            {
-                piece.AddHole(hole, clipper, &clip, extra);
-            }
-            AppendPolygons(result, extra);
-            return true;
-        });
+        bool const isDone =
+            ForEachIndexDown(result,
+                             [&](std::size_t i)
+                             {
+                                 CPolygon & piece = *result[i];
+                                 OwningPolygonVector extra;
+                                 if (!piece.m_BoundingRect.Overlaps(hole->m_BoundingRect))
+                                 {
+                                     return true;
+                                 }
+                                 if (mayBeCut)
+                                 {
+                                     PushPolygon(extra, TakePolygon(result, i));
+                                     if (SubtractPolygonRange(extra, range, *clipper) == Clipper::eClipFailed)
+                                     {
+                                         return false;
+                                     }
+                                 }
+                                 else if (Encloses(piece, *hole))
+                                 {
+                                     piece.AddHole(hole, clipper, &clip, extra);
+                                 }
+                                 AppendPolygons(result, extra);
+                                 return true;
+                             });
         if (!isDone)
         {
             DeletePolygons(result);

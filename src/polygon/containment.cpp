@@ -39,7 +39,7 @@ bool CPolygon::PointInPolygon(double const & x, double const & y) const
     }
     std::vector<CPolygon*> holes;
     m_Holes.GetObjectsInRect(CBoundingRect<double>(x, y, x, y), holes);
-    return std::none_of(holes.begin(), holes.end(), [&](CPolygon const * hole) { return hole->PointInOutline(x, y); });
+    return std::none_of(holes.begin(), holes.end(), [&](CPolygon const* hole) { return hole->PointInOutline(x, y); });
 }
 
 bool CPolygon::PolygonInPolygon(CPolygon const & other) const
@@ -63,9 +63,8 @@ bool CPolygon::IsCoincidentWith(CPolygon const & other) const
     {
         return true;
     }
-    auto const matches = [&](std::size_t b, std::size_t a) {
-        return other.m_Outline[b]->IsCoincidentWith(*m_Outline[a]);
-    };
+    auto const matches = [&](std::size_t b, std::size_t a)
+    { return other.m_Outline[b]->IsCoincidentWith(*m_Outline[a]); };
     std::size_t b = 0;
     while (b < n && !matches(b, 0))
     {
@@ -128,11 +127,11 @@ TPoint<double> CPolygon::GetUnlikelyEdgePoint(CPolygon const & other) const
 
 void CPolygon::BuildPolygonOutlineCache(PathObjectHash & container) const
 {
-    for (CPathObjectBase const * object : m_Outline)
+    for (CPathObjectBase const* object : m_Outline)
     {
         object->CreatePathParts(container);
     }
-    for (CPolygon const * hole : GetHoles())
+    for (CPolygon const* hole : GetHoles())
     {
         hole->BuildPolygonOutlineCache(container);
     }

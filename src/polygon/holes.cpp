@@ -167,7 +167,7 @@ void CHoleAdder::DeleteHole(CPolygon* present)
 
 } // namespace
 
-void CPolygon::AddHole(CPolygon const * const hole, CPolygonClipBase<double>* clipper, CPolygon const * const clipped,
+void CPolygon::AddHole(CPolygon const* const hole, CPolygonClipBase<double>* clipper, CPolygon const* const clipped,
                        std::vector<CPolygon*> & extra)
 {
     extra.clear();

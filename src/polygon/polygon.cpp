@@ -149,7 +149,7 @@ void CPolygon::InitializeWithClones(std::vector<CPathObjectBase const*> const & 
     // the objects may be this polygon's own: they are cloned before anything goes
     std::vector<std::unique_ptr<CPathObjectBase>> clones;
     clones.reserve(objects.size());
-    for (CPathObjectBase const * object : objects)
+    for (CPathObjectBase const* object : objects)
     {
         clones.emplace_back(object != nullptr ? object->Clone() : nullptr);
     }
@@ -176,12 +176,12 @@ void CPolygon::InitializeWithPolygon(CPolygon const & other)
 {
     ClearOutline();
     m_Outline.reserve(other.m_Outline.size());
-    for (CPathObjectBase const * object : other.m_Outline)
+    for (CPathObjectBase const* object : other.m_Outline)
     {
         m_Outline.push_back(object->Clone());
     }
     DeleteHoles();
-    for (CPolygon const * hole : other.GetHoles())
+    for (CPolygon const* hole : other.GetHoles())
     {
         auto copy = std::make_unique<CPolygon>(*hole);
         m_Holes.Add(copy.get());

@@ -13,8 +13,7 @@ namespace geometry
 
 // --- walking ---------------------------------------------------------------------------------------------------
 
-CPolygon::TConstVertexIterator::TConstVertexIterator(std::vector<CPathObjectBase*> const * const pathObjects,
-                                                     bool atEnd)
+CPolygon::TConstVertexIterator::TConstVertexIterator(std::vector<CPathObjectBase*> const* const pathObjects, bool atEnd)
     : m_PathObjects(pathObjects)
 {
     if (m_PathObjects == nullptr)
@@ -159,7 +158,7 @@ constexpr double clearPartOfArea = 1e-9;
 bool HasArc(CPolygon::PathObjects const & outline)
 {
     return std::any_of(outline.begin(), outline.end(),
-                       [](CPathObjectBase const * object) { return !object->CanAppendVertex(); });
+                       [](CPathObjectBase const* object) { return !object->CanAppendVertex(); });
 }
 
 } // namespace
@@ -171,7 +170,7 @@ CPolygon::EPolygonWinding CPolygon::GetWindingDirection() const
         return m_WindingDirection;
     }
     CPathObjectBase::Points points;
-    for (CPathObjectBase const * object : m_Outline)
+    for (CPathObjectBase const* object : m_Outline)
     {
         object->AppendValidWindingPoints(points);
     }
@@ -196,7 +195,8 @@ CPolygon::EPolygonWinding CPolygon::GetWindingDirection() const
 void CPolygon::CorrectWindingOfLongArcs() const
 {
     double const area = SignedOutlineArea(m_Outline);
-    double const boundingArea = (m_BoundingRect.maxX - m_BoundingRect.minX) * (m_BoundingRect.maxY - m_BoundingRect.minY);
+    double const boundingArea =
+        (m_BoundingRect.maxX - m_BoundingRect.minX) * (m_BoundingRect.maxY - m_BoundingRect.minY);
     if (std::fabs(area) > clearPartOfArea * boundingArea)
     {
         m_WindingDirection = area < 0.0 ? eWindingNegative : eWindingPositive;

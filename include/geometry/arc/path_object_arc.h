@@ -108,12 +108,12 @@ public:
     bool IsValid() const override;
     void Cleanup(bool mayRemoveStartPoint) override;
     CPathObjectArc* Clone() const override;
-    CPathObjectBase* MergeWith(CPathObjectBase const * other) const override;
-    CPathObjectArc* MergeWithArc(CPathObjectArc const * const other) const override;
-    CPathObjectBase* Append(CPathObjectBase const * other) const override;
-    CPathObjectArc* AppendArc(CPathObjectArc const * const other) const override;
-    CPathObjectBase* Prepend(CPathObjectBase const * other) const override;
-    CPathObjectArc* PrependArc(CPathObjectArc const * const other) const override;
+    CPathObjectBase* MergeWith(CPathObjectBase const* other) const override;
+    CPathObjectArc* MergeWithArc(CPathObjectArc const* const other) const override;
+    CPathObjectBase* Append(CPathObjectBase const* other) const override;
+    CPathObjectArc* AppendArc(CPathObjectArc const* const other) const override;
+    CPathObjectBase* Prepend(CPathObjectBase const* other) const override;
+    CPathObjectArc* PrependArc(CPathObjectArc const* const other) const override;
 
     unsigned int IntersectWithVerticalProbeLine(TPoint<double> const & point) const override;
     unsigned int WindAroundPoint(TPoint<double> const & point) const override;

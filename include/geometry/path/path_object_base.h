@@ -60,8 +60,8 @@ public:
         /// A new copy, owned by the caller of `Clone`. Null is allowed: the copied object then has no user info.
         virtual CUserInfoInterface* Clone() const = 0;
         /// A new object for the join of two path objects (`first` runs into `second`), owned by the caller.
-        virtual CUserInfoInterface* CloneForMerge(CPathObjectBase const * first,
-                                                  CPathObjectBase const * second) const = 0;
+        virtual CUserInfoInterface* CloneForMerge(CPathObjectBase const* first,
+                                                  CPathObjectBase const* second) const = 0;
 
     protected:
         CUserInfoInterface() = default;
@@ -184,17 +184,17 @@ public:
     // --- joins: a new object owned by the caller, or null when the two don't meet or are of different kinds ---
 
     /// `Append`, and if that gives null, `Prepend`.
-    virtual CPathObjectBase* MergeWith(CPathObjectBase const * other) const = 0;
-    virtual CPathObjectArc* MergeWithArc(CPathObjectArc const * const other) const;
-    virtual CPathObjectPolyline* MergeWithPolyline(CPathObjectPolyline const * const other) const;
+    virtual CPathObjectBase* MergeWith(CPathObjectBase const* other) const = 0;
+    virtual CPathObjectArc* MergeWithArc(CPathObjectArc const* const other) const;
+    virtual CPathObjectPolyline* MergeWithPolyline(CPathObjectPolyline const* const other) const;
     /// This object first, `other` second.
-    virtual CPathObjectBase* Append(CPathObjectBase const * other) const = 0;
-    virtual CPathObjectArc* AppendArc(CPathObjectArc const * const other) const;
-    virtual CPathObjectPolyline* AppendPolyline(CPathObjectPolyline const * const other) const;
+    virtual CPathObjectBase* Append(CPathObjectBase const* other) const = 0;
+    virtual CPathObjectArc* AppendArc(CPathObjectArc const* const other) const;
+    virtual CPathObjectPolyline* AppendPolyline(CPathObjectPolyline const* const other) const;
     /// `other` first, this object second.
-    virtual CPathObjectBase* Prepend(CPathObjectBase const * other) const = 0;
-    virtual CPathObjectArc* PrependArc(CPathObjectArc const * const other) const;
-    virtual CPathObjectPolyline* PrependPolyline(CPathObjectPolyline const * const other) const;
+    virtual CPathObjectBase* Prepend(CPathObjectBase const* other) const = 0;
+    virtual CPathObjectArc* PrependArc(CPathObjectArc const* const other) const;
+    virtual CPathObjectPolyline* PrependPolyline(CPathObjectPolyline const* const other) const;
 
     // --- containment ---
 

@@ -93,12 +93,12 @@ public:
     /// `mayRemoveStartPoint`; the ends of an open one never go as collinear.
     void Cleanup(bool mayRemoveStartPoint) override;
     CPathObjectPolyline* Clone() const override;
-    CPathObjectBase* MergeWith(CPathObjectBase const * other) const override;
-    CPathObjectPolyline* MergeWithPolyline(CPathObjectPolyline const * const other) const override;
-    CPathObjectBase* Append(CPathObjectBase const * other) const override;
-    CPathObjectPolyline* AppendPolyline(CPathObjectPolyline const * const other) const override;
-    CPathObjectBase* Prepend(CPathObjectBase const * other) const override;
-    CPathObjectPolyline* PrependPolyline(CPathObjectPolyline const * const other) const override;
+    CPathObjectBase* MergeWith(CPathObjectBase const* other) const override;
+    CPathObjectPolyline* MergeWithPolyline(CPathObjectPolyline const* const other) const override;
+    CPathObjectBase* Append(CPathObjectBase const* other) const override;
+    CPathObjectPolyline* AppendPolyline(CPathObjectPolyline const* const other) const override;
+    CPathObjectBase* Prepend(CPathObjectBase const* other) const override;
+    CPathObjectPolyline* PrependPolyline(CPathObjectPolyline const* const other) const override;
 
     unsigned int IntersectWithVerticalProbeLine(TPoint<double> const & point) const override;
     unsigned int WindAroundPoint(TPoint<double> const & point) const override;

@@ -140,7 +140,7 @@ public:
     /// of `clipped` and `hole` overlap.
     /// Failure isn't reported: a hole that can't be united with a present one stays beside it, and solid area whose
     /// holes can't be cut out is dropped. After an allocation exception swallowed holes are gone.
-    void AddHole(CPolygon const * const hole, CPolygonClipBase<double>* clipper, CPolygon const * const clipped,
+    void AddHole(CPolygon const* const hole, CPolygonClipBase<double>* clipper, CPolygon const* const clipped,
                  std::vector<CPolygon*> & extra);
 
 private:
@@ -166,11 +166,11 @@ private:
                                       CPolygon const & clip, CPolygonClipBase<double>* clipper) const;
     bool SubtractPolygonsCore(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons) const;
 
-    PathObjects m_Outline;                                   ///< in path order; owned
-    PolygonHash m_Holes;                                     ///< owned; they lie inside, so not in the rectangle
+    PathObjects m_Outline;                                        ///< in path order; owned
+    PolygonHash m_Holes;                                          ///< owned; they lie inside, so not in the rectangle
     mutable EPolygonWinding m_WindingDirection = eWindingUnknown; ///< 0 or the true winding: `GetWindingDirection`
-    CBoundingRect<double> m_BoundingRect;                    ///< union of the rectangles of the outline's objects
-    PathObjectHash m_OutlineCache;                           ///< empty or pieces of the present outline; owned
+    CBoundingRect<double> m_BoundingRect;                         ///< union of the rectangles of the outline's objects
+    PathObjectHash m_OutlineCache;                                ///< empty or pieces of the present outline; owned
 };
 
 } // namespace geometry

@@ -18,11 +18,11 @@ public:
     using iterator_category = std::bidirectional_iterator_tag;
     using value_type = TPoint<double>;
     using difference_type = int;
-    using pointer = TPoint<double> const *;
+    using pointer = TPoint<double> const*;
     using reference = TPoint<double> const &;
 
     /// Begin or end of the walk over `pathObjects`, which stays the caller's; null makes a finished iterator.
-    TConstVertexIterator(std::vector<CPathObjectBase*> const * const pathObjects, bool atEnd);
+    TConstVertexIterator(std::vector<CPathObjectBase*> const* const pathObjects, bool atEnd);
     TConstVertexIterator(TConstVertexIterator const & other) = default;
 
     virtual ~TConstVertexIterator();
@@ -48,7 +48,7 @@ private:
     void Decrement();
     bool IsAtEnd() const { return m_CurrentObject == m_PathObjects->end(); }
 
-    std::vector<CPathObjectBase*> const * m_PathObjects; ///< null in an iterator that walks nothing
+    std::vector<CPathObjectBase*> const* m_PathObjects; ///< null in an iterator that walks nothing
     std::vector<CPathObjectBase*>::const_iterator m_CurrentObject;
     CPathObjectBase::PointIterator m_CurrentVertex;
 };
