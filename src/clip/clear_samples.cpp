@@ -53,7 +53,7 @@ EPointPosition LocateClearly(TPoint<double> const & point, CPathObjectHolder con
 namespace
 {
 
-bool MeetsOtherRing(CPathObjectHolder const * holder)
+bool MeetsOtherRing(CPathObjectHolder const* holder)
 {
     return holder->HasIntersectionHistory() || holder->m_NewVertex;
 }
@@ -72,7 +72,7 @@ TPoint<double> SampleOf(CPathObjectBase const & object, std::ptrdiff_t i, bool i
 
 } // namespace
 
-bool AgreesWithSamples(CPathObjectHolder const * holder, CPathObjectHolder const * other, EPointPosition side)
+bool AgreesWithSamples(CPathObjectHolder const* holder, CPathObjectHolder const* other, EPointPosition side)
 {
     CPathObjectBase const & object = *holder->GetPathObject();
     std::ptrdiff_t const segments = object.GetPointsEnd() - object.GetPointsBegin() - 1;
@@ -80,7 +80,8 @@ bool AgreesWithSamples(CPathObjectHolder const * holder, CPathObjectHolder const
     {
         return true;
     }
-    auto const contradicts = [&](TPoint<double> const & point, bool isArc) {
+    auto const contradicts = [&](TPoint<double> const & point, bool isArc)
+    {
         EPointPosition const position = LocateClearly(point, other, isArc);
         return position != EPointPosition::eOnRing && position != side;
     };

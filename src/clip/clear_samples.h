@@ -12,7 +12,7 @@ namespace geometry
 /// No sample of the holder's object that is well away from the ring of `other` contradicts its lying on `side`. Only
 /// objects that begin or end where the rings met are sampled: the others can't have been misjudged. An object without
 /// extent agrees with everything.
-bool AgreesWithSamples(CPathObjectHolder const * holder, CPathObjectHolder const * other, EPointPosition side);
+bool AgreesWithSamples(CPathObjectHolder const* holder, CPathObjectHolder const* other, EPointPosition side);
 
 /// No clear sample of the ring of `ring` contradicts its lying wholly inside (or outside) the ring of `other`.
 bool IsWhollyOnSide(CPathObjectHolder const* ring, CPathObjectHolder const* other, EPointPosition side);

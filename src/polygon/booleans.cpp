@@ -330,7 +330,7 @@ bool Encloses(CPolygon const & piece, CPolygon const & hole)
 {
     if (piece.GetBoundingRect().ContainsRect(hole.GetBoundingRect()))
     {
-        for (CPathObjectBase const * object : hole.GetOutline())
+        for (CPathObjectBase const* object : hole.GetOutline())
         {
             CPathObjectBase::Points points(1, object->GetInbetweenPoint());
             points.insert(points.end(), object->GetPointsBegin(), object->GetPointsEnd());

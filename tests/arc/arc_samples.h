@@ -4,14 +4,11 @@
 #include <cmath>
 #include <random>
 
-#include <geometry/arc/path_object_arc.h>
-
 #include "arc/sweep_kernels.h"
+#include "support/builders.h"
 
-namespace arc_samples
+namespace geometry::test
 {
-
-using Point = geometry::TPoint<double>;
 
 constexpr double Pi = 3.14159265358979323846;
 
@@ -25,16 +22,6 @@ inline double Distance(Point const & a, Point const & b)
     return std::hypot(a.x - b.x, a.y - b.y);
 }
 
-/// The double `count` units in the last place above `value`, or below it.
-inline double UlpsAbove(double value, int count)
-{
-    for (int i = 0; i < std::abs(count); ++i)
-    {
-        value = std::nextafter(value, count > 0 ? INFINITY : -INFINITY);
-    }
-    return value;
-}
-
 /// A sweep that begins at the angle `from` and covers `size` radians counter-clockwise.
 struct AngleArc
 {
@@ -44,11 +31,8 @@ struct AngleArc
     double size;
 
     Point At(double share) const { return OnCircle(centre, radius, from + share * size); }
-    geometry::Sweep ToSweep() const { return {At(0), At(1), centre, radius}; }
-    geometry::CPathObjectArc ToArc(bool ccw) const
-    {
-        return geometry::CPathObjectArc(At(ccw ? 0 : 1), At(ccw ? 1 : 0), centre, ccw, radius);
-    }
+    Sweep ToSweep() const { return {At(0), At(1), centre, radius}; }
+    CPathObjectArc ToArc(bool ccw) const { return {At(ccw ? 0 : 1), At(ccw ? 1 : 0), centre, ccw, radius}; }
     /// How far `p` is inside the angular range, in radians; negative outside.
     double Depth(Point const & p) const
     {
@@ -66,21 +50,15 @@ public:
 
     double In(double low, double high) { return low + (high - low) * (m_Engine() / 4294967296.0); }
     bool Coin() { return In(0, 1) < 0.5; }
-    Point PointIn(double low, double high)
+    // Braces draw from the left to the right.
+    Point PointIn(double low, double high) { return Point{In(low, high), In(low, high)}; }
+    AngleArc Arc(double minSize = 0.05)
     {
-        double const x = In(low, high);
-        return Point(x, In(low, high));
-    }
-    AngleArc Arc(double span = 100, double minSize = 0.05)
-    {
-        Point const centre = PointIn(-span, span);
-        double const radius = In(0.05, 1) * span;
-        double const from = In(-Pi, Pi);
-        return {centre, radius, from, In(minSize, 2 * Pi - minSize)};
+        return {PointIn(-100, 100), In(5, 100), In(-Pi, Pi), In(minSize, 2 * Pi - minSize)};
     }
 
 private:
     std::mt19937 m_Engine;
 };
 
-} // namespace arc_samples
+} // namespace geometry::test

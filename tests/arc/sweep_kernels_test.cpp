@@ -1,18 +1,62 @@
-// Sweeps against points, segments and each other, by angles as an independent oracle.
+// Circles and sweeps against points, lines and each other: the limits of touching in tables, the rest by angles as an
+// independent oracle.
 #include "arc/sweep_kernels.h"
-
-#include <algorithm>
 
 #include <gtest/gtest.h>
 
 #include "arc/arc_geometry.h"
 #include "arc/arc_samples.h"
 
-using namespace arc_samples;
-using geometry::CrossingPoints;
-using geometry::EArcMeeting;
-using geometry::ELineMeeting;
-using geometry::Sweep;
+namespace geometry
+{
+
+using namespace test;
+
+TEST(IntersectCircleCircle, TellsTheCasesApart)
+{
+    struct Row
+    {
+        double r1;
+        Point c2; // the first circle is about the origin
+        double r2;
+        ECirclePair code;
+        std::vector<Point> points;
+    };
+    Row const rows[] = {
+        {1, {2, 0}, 1, ECirclePair::eMeet, {{1, 0}}}, // touch from outside, exactly
+        {2, {1, 0}, 1, ECirclePair::eMeet, {{2, 0}}}, // touch from inside
+        {5, {3, 4}, 10, ECirclePair::eMeet, {{-3, -4}}},        {5, {1, 1}, 5, ECirclePair::eMeet, {{-3, 4}, {4, -3}}},
+        {1, {0, 0}, 5, ECirclePair::eFirstInside, {}},          {5, {1, 0}, 1, ECirclePair::eSecondInside, {}},
+        {1, {2 + 0x1p-51, 0}, 1, ECirclePair::eApart, {}}, // no tolerance here
+        {1, {0, 0}, 1 + 100 * 0x1p-52, ECirclePair::eSame, {}},
+    };
+    for (Row const & row : rows)
+    {
+        CrossingPoints h;
+        EXPECT_EQ(row.code, IntersectCircleCircle(Point(), row.r1, row.c2, row.r2, h)) << row.c2.x << " " << row.r2;
+        ASSERT_EQ(row.points.size(), h.count) << row.c2.x << " " << row.r2;
+        for (unsigned int i = 0; i < h.count; ++i)
+        {
+            EXPECT_LT(Distance(row.points[i], h.points[i]), 1e-14);
+        }
+    }
+}
+
+TEST(IntersectCircleLine, AxisParallelLinesTouchWithinTolerance)
+{
+    for (int ulps : {-101, -100, 100, 101})
+    {
+        using enum ELineMeeting;
+        auto const code = ulps < -100 ? eFound : ulps > 100 ? eNone : eTouch;
+        double const v = 3 + ulps * 0x1p-51; // the circle about (1, 1) of radius 2 ends at 3
+        Point const c(1, 1);
+        CrossingPoints h;
+        EXPECT_EQ(code, IntersectCircleLine(c, 2, Point(-9, v), Point(9, v), h)) << ulps;
+        EXPECT_EQ(code, IntersectCircleLine(c, 2, Point(v, -9), Point(v, 9), h)) << ulps;
+        EXPECT_EQ(code, IntersectCircleSegment(c, 2, Point(0, v), Point(3, v), h)) << ulps;
+        EXPECT_EQ(eNone, IntersectCircleSegment(c, 2, Point(v, 4), Point(v, 3.5), h)) << ulps;
+    }
+}
 
 TEST(IsPointInSweep, AgreesWithAngles)
 {
@@ -22,30 +66,16 @@ TEST(IsPointInSweep, AgreesWithAngles)
         AngleArc const a = random.Arc();
         Sweep const sweep = a.ToSweep();
         Point const anywhere = random.PointIn(-200, 200);
-        if (std::fabs(a.Depth(anywhere)) > 1e-9)
-        {
-            EXPECT_EQ(a.Depth(anywhere) > 0, IsPointInSweep(sweep, anywhere)) << i;
-        }
-        Point const onCircle = OnCircle(a.centre, a.radius, random.In(-Pi, Pi));
+        EXPECT_TRUE(std::fabs(a.Depth(anywhere)) < 1e-9 || IsPointInSweep(sweep, anywhere) == (a.Depth(anywhere) > 0));
+        Point const p = OnCircle(a.centre, a.radius, random.In(-Pi, Pi));
         auto const rect = CalculateArcBoundingRect(sweep);
-        if (onCircle.x > rect.minX && onCircle.x < rect.maxX && std::fabs(a.Depth(onCircle)) > 1e-9)
+        if (p.x > rect.minX && p.x < rect.maxX && std::fabs(a.Depth(p)) > 1e-9)
         {
-            EXPECT_EQ(a.Depth(onCircle) > 0, IsPointInSweepByHalves(sweep, onCircle)) << i;
+            EXPECT_EQ(a.Depth(p) > 0, IsPointInSweepByHalves(sweep, p)) << i;
         }
         EXPECT_TRUE(IsPointInSweep(sweep, sweep.A) && IsPointInSweep(sweep, sweep.B));
         EXPECT_TRUE(IsPointInSweepByHalves(sweep, sweep.A) && IsPointInSweepByHalves(sweep, sweep.B));
     }
-}
-
-TEST(IntersectArcSegment, CatchesTheEndsThatRoundingHides)
-{
-    CrossingPoints h;
-    Sweep const tooSmall{{1, 0}, {0, 1}, {0, 0}, 0.5}; // the stored radius doesn't reach the ends
-    EXPECT_EQ(ELineMeeting::eFound, IntersectArcSegment(tooSmall, Point(0, 1), Point(1, 0), h));
-    EXPECT_TRUE(h.count == 2 && h.points[0] == tooSmall.A && h.points[1] == tooSmall.B);
-    Sweep const quarter{{1, 0}, {0, 1}, {0, 0}, 1};
-    EXPECT_EQ(ELineMeeting::eTouch, IntersectArcSegment(quarter, Point(-1, 1), Point(1, 1), h));
-    EXPECT_EQ(ELineMeeting::eNone, IntersectArcSegment(quarter, Point(-1, -1), Point(1, -1), h));
 }
 
 // Two sweeps of one circle share the ends of what they have in common.
@@ -63,16 +93,15 @@ TEST(IntersectArcArc, OnOneCircleGivesTheEndsOfTheCommonPart)
         {10, 370, 45, 135, EArcMeeting::eFound, {45, 135}},
         {10, 80, 45, 135, EArcMeeting::eFound, {45, 80}},
         {45, 135, 10, 80, EArcMeeting::eFound, {80, 45}},
-        {10, 170, 45, 135, EArcMeeting::eFound, {45, 135}}, // one inside the other
-        {45, 135, 10, 170, EArcMeeting::eFound, {45, 135}},
-        {10, 80, 10, 135, EArcMeeting::eFound, {10, 80}}, // common start
-        {10, 80, 30, 80, EArcMeeting::eFound, {80, 30}},  // common end
-        {10, 80, 80, 170, EArcMeeting::eFound, {80}},     // end to start
+        {45, 135, 10, 170, EArcMeeting::eFound, {45, 135}}, // one inside the other
+        {10, 80, 10, 135, EArcMeeting::eFound, {10, 80}},   // common start
+        {10, 80, 30, 80, EArcMeeting::eFound, {80, 30}},    // common end
+        {10, 80, 80, 170, EArcMeeting::eFound, {80}},       // end to start
         {10, 80, 190, 270, EArcMeeting::eNone, {}},
     };
-    auto const make = [](double from, double to) { // a whole turn ends exactly where it began, as a caller gives it
-        AngleArc const a = {Point(), 1, from * Pi / 180, to - from == 360 ? 0 : (to - from) * Pi / 180};
-        return a.ToSweep();
+    auto const make = [](double from, double to) // a whole turn ends exactly where it began, as a caller gives it
+    {
+        return AngleArc{{}, 1, from * Pi / 180, to - from == 360 ? 0 : (to - from) * Pi / 180}.ToSweep();
     };
     for (Row const & row : rows)
     {
@@ -81,7 +110,7 @@ TEST(IntersectArcArc, OnOneCircleGivesTheEndsOfTheCommonPart)
         ASSERT_EQ(row.angles.size(), h.count) << row.from1 << " " << row.from2;
         for (unsigned int i = 0; i < h.count; ++i)
         {
-            EXPECT_LT(Distance(OnCircle(Point(), 1, row.angles[i] * Pi / 180), h.points[i]), 1e-14) << row.from2;
+            EXPECT_LT(Distance(OnCircle({}, 1, row.angles[i] * Pi / 180), h.points[i]), 1e-14) << row.from2;
         }
     }
 }
@@ -90,13 +119,9 @@ TEST(IntersectArcArc, TellsTouchingFromCrossing)
 {
     CrossingPoints h;
     Sweep const right{{0, -1}, {0, 1}, {0, 0}, 1};
-    Sweep const left{{2, 1}, {2, -1}, {2, 0}, 1};
-    Sweep const fromTouch{{1, 0}, {3, 0}, {2, 0}, 1};
-    EXPECT_EQ(EArcMeeting::eTouch, IntersectArcArc(right, left, h));
-    EXPECT_EQ(1u, h.count);
-    EXPECT_EQ(EArcMeeting::eFound, IntersectArcArc(right, fromTouch, h)); // at an end it is no mere touch
-    Sweep const closed{{1, 0}, {1, 0}, {2, 0}, 1};
-    EXPECT_EQ(EArcMeeting::eTouch, IntersectArcArc(right, closed, h)); // a closed arc has no ends
+    EXPECT_EQ(EArcMeeting::eTouch, IntersectArcArc(right, {{2, 1}, {2, -1}, {2, 0}, 1}, h));
+    EXPECT_EQ(EArcMeeting::eFound, IntersectArcArc(right, {{1, 0}, {3, 0}, {2, 0}, 1}, h)); // an end: no mere touch
+    EXPECT_EQ(EArcMeeting::eTouch, IntersectArcArc(right, {{1, 0}, {1, 0}, {2, 0}, 1}, h)); // closed: it has no ends
 }
 
 // Two sweeps meet end to end at the origin, but the radius of the first is off by `e`, so that the crossing of the
@@ -117,41 +142,4 @@ TEST(IntersectArcArc, EndsThatMeetStandInForALostCrossing)
     }
 }
 
-TEST(IntersectArcArc, AgreesWithAngles)
-{
-    CRandom random(4);
-    for (int i = 0; i < 5000; ++i)
-    {
-        AngleArc const a = random.Arc();
-        AngleArc const b = random.Arc();
-        double const d = Distance(a.centre, b.centre);
-        double const cosine = (a.radius * a.radius + d * d - b.radius * b.radius) / (2 * a.radius * d);
-        std::vector<Point> expected;
-        bool isNearEnd = std::fabs(std::fabs(cosine) - 1) < 1e-6;
-        for (double side : {-1.0, 1.0})
-        {
-            double const angle =
-                std::atan2(b.centre.y - a.centre.y, b.centre.x - a.centre.x) + side * std::acos(cosine);
-            Point const p = OnCircle(a.centre, a.radius, angle);
-            double const depthA = a.Depth(p) * a.radius;
-            double const depthB = b.Depth(p) * b.radius;
-            isNearEnd = isNearEnd || std::fabs(depthA) < 2 || std::fabs(depthB) < 2; // ends may stand in there
-            if (std::fabs(cosine) < 1 && depthA > 0 && depthB > 0)
-            {
-                expected.push_back(p);
-            }
-        }
-        if (isNearEnd)
-        {
-            continue;
-        }
-        CrossingPoints h;
-        EArcMeeting const code = IntersectArcArc(a.ToSweep(), b.ToSweep(), h);
-        ASSERT_EQ(expected.size(), h.count) << i;
-        EXPECT_EQ(expected.empty() ? EArcMeeting::eNone : EArcMeeting::eFound, code);
-        for (Point const & p : expected)
-        {
-            EXPECT_LT(std::min(Distance(p, h.points[0]), Distance(p, h.points[h.count - 1])), 1e-6) << i;
-        }
-    }
-}
+} // namespace geometry

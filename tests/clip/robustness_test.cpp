@@ -27,7 +27,7 @@ struct CCountingInfo : CPathObjectBase::CUserInfoInterface
     CCountingInfo(CCountingInfo const & other) : CUserInfoInterface(other) { ++alive; }
     ~CCountingInfo() override { --alive; }
     CUserInfoInterface* Clone() const override { return new CCountingInfo(*this); }
-    CUserInfoInterface* CloneForMerge(CPathObjectBase const * first, CPathObjectBase const * second) const override
+    CUserInfoInterface* CloneForMerge(CPathObjectBase const* first, CPathObjectBase const* second) const override
     {
         EXPECT_TRUE(first->GetEndPoint() == second->GetStartPoint()) << "the first runs into the second";
         ++merges;
@@ -45,7 +45,7 @@ void AttachInfo(CPolygon const & polygon)
     {
         object->SetUserInfo(new CCountingInfo);
     }
-    for (CPolygon const * hole : polygon.GetHoles())
+    for (CPolygon const* hole : polygon.GetHoles())
     {
         AttachInfo(*hole);
     }
@@ -82,9 +82,9 @@ TEST(BooleanRobustness, UserInfoBalancesThroughSplitsJoinsAndResults)
         {
             std::vector<CPolygon*> result;
             EXPECT_TRUE((a.*operation)(result, b));
-            for (CPolygon const * piece : result)
+            for (CPolygon const* piece : result)
             {
-                for (CPathObjectBase const * object : piece->GetOutline())
+                for (CPathObjectBase const* object : piece->GetOutline())
                 {
                     EXPECT_NE(object->GetUserInfo(), nullptr) << "every piece of an outline keeps its info";
                 }
@@ -143,9 +143,8 @@ CPolygon RandomNonsense(std::mt19937_64 & random)
                                      1e-300,
                                      5e9,
                                      std::numeric_limits<double>::max()};
-    auto const number = [&]() -> double {
-        return random() % 8 == 0 ? strange[random() % std::size(strange)] : static_cast<double>(random() % 6);
-    };
+    auto const number = [&]() -> double
+    { return random() % 8 == 0 ? strange[random() % std::size(strange)] : static_cast<double>(random() % 6); };
     std::vector<CPathObjectBase*> objects;
     Point at(number(), number());
     for (std::size_t i = 0, n = 1 + random() % 5; i < n; ++i)
@@ -166,7 +165,7 @@ CPolygon RandomNonsense(std::mt19937_64 & random)
         at = objects.back()->GetEndPoint();
     }
     CPolygon const polygon(objects.begin(), objects.end(), CPolygon::TCloneObjects());
-    for (CPathObjectBase const * object : objects)
+    for (CPathObjectBase const* object : objects)
     {
         delete object;
     }
@@ -215,7 +214,7 @@ TEST(BooleanRobustness, EmptyAndOnePointPiecesAreRefusedOrFail)
     CPathObjectPolyline point;
     point.AddVertex(3.0, 3.0);
     CPathObjectArc const unset;
-    CPathObjectBase const * const pieces[] = {&point, &unset, nullptr};
+    CPathObjectBase const* const pieces[] = {&point, &unset, nullptr};
     CPolygon const empty(std::begin(pieces), std::end(pieces), CPolygon::TCloneObjects());
     EXPECT_TRUE(empty.GetOutline().empty());
     std::vector<CPolygon*> result;

@@ -48,62 +48,35 @@ using PartsInHash = void (Base::*)(Base::PathObjectHash &) const;
 TEST(PathObjectInterface, VirtualOperationsStandInTheirOrder)
 {
     // the destructor takes the slots 0 and 1
+    // clang-format off
     std::vector<std::ptrdiff_t> const slots = {
-        SlotOf(&Base::Translate),
-        SlotOf(&Base::Scale),
-        SlotOf(&Base::RotateDegrees),
-        SlotOf(&Base::RotateRadians),
-        SlotOf(&Base::GetPointsBegin),
-        SlotOf(&Base::GetPointsEnd),
-        SlotOf(&Base::GetStartPoint),
-        SlotOf(&Base::GetEndPoint),
-        SlotOf(&Base::GetInbetweenPoint),
-        SlotOf(&Base::IsDegenerate),
-        SlotOf(&Base::IsSingleSegment),
-        SlotOf(&Base::CalculateLength),
-        SlotOf(&Base::Accept),
+        SlotOf(&Base::Translate), SlotOf(&Base::Scale), SlotOf(&Base::RotateDegrees), SlotOf(&Base::RotateRadians),
+        SlotOf(&Base::GetPointsBegin), SlotOf(&Base::GetPointsEnd), SlotOf(&Base::GetStartPoint),
+        SlotOf(&Base::GetEndPoint), SlotOf(&Base::GetInbetweenPoint), SlotOf(&Base::IsDegenerate),
+        SlotOf(&Base::IsSingleSegment), SlotOf(&Base::CalculateLength), SlotOf(&Base::Accept),
         SlotOf(&Base::IsPointOnPath),
-        SlotOf(static_cast<Intersect<Polyline>>(&Base::IntersectWithPath)),
-        SlotOf(static_cast<Intersect<Arc>>(&Base::IntersectWithPath)),
-        SlotOf(static_cast<Intersect<Base>>(&Base::IntersectWithPath)),
-        SlotOf(static_cast<Coincide<Polyline>>(&Base::IsCoincidentWith)),
-        SlotOf(static_cast<Coincide<Arc>>(&Base::IsCoincidentWith)),
-        SlotOf(static_cast<Coincide<Base>>(&Base::IsCoincidentWith)),
-        SlotOf(static_cast<Distance<Polyline>>(&Base::SquareDistanceToPath)),
-        SlotOf(static_cast<Distance<Arc>>(&Base::SquareDistanceToPath)),
-        SlotOf(static_cast<Distance<Base>>(&Base::SquareDistanceToPath)),
-        SlotOf(&Base::SquareDistanceToPoint),
-        SlotOf(static_cast<Determine<Polyline>>(&Base::DetermineSplitPositions)),
-        SlotOf(static_cast<Determine<Arc>>(&Base::DetermineSplitPositions)),
-        SlotOf(static_cast<Determine<Base>>(&Base::DetermineSplitPositions)),
-        SlotOf(&Base::DoSplits),
-        SlotOf(&Base::Reverse),
-        SlotOf(&Base::IsValid),
-        SlotOf(&Base::Cleanup),
-        SlotOf(&Base::Clone),
-        SlotOf(&Base::MergeWith),
-        SlotOf(&Base::MergeWithArc),
-        SlotOf(&Base::MergeWithPolyline),
-        SlotOf(&Base::Append),
-        SlotOf(&Base::AppendArc),
-        SlotOf(&Base::AppendPolyline),
-        SlotOf(&Base::Prepend),
-        SlotOf(&Base::PrependArc),
-        SlotOf(&Base::PrependPolyline),
-        SlotOf(&Base::IntersectWithVerticalProbeLine),
-        SlotOf(&Base::WindAroundPoint),
+        SlotOf<Intersect<Polyline>>(&Base::IntersectWithPath), SlotOf<Intersect<Arc>>(&Base::IntersectWithPath),
+        SlotOf<Intersect<Base>>(&Base::IntersectWithPath),
+        SlotOf<Coincide<Polyline>>(&Base::IsCoincidentWith), SlotOf<Coincide<Arc>>(&Base::IsCoincidentWith),
+        SlotOf<Coincide<Base>>(&Base::IsCoincidentWith),
+        SlotOf<Distance<Polyline>>(&Base::SquareDistanceToPath), SlotOf<Distance<Arc>>(&Base::SquareDistanceToPath),
+        SlotOf<Distance<Base>>(&Base::SquareDistanceToPath), SlotOf(&Base::SquareDistanceToPoint),
+        SlotOf<Determine<Polyline>>(&Base::DetermineSplitPositions),
+        SlotOf<Determine<Arc>>(&Base::DetermineSplitPositions),
+        SlotOf<Determine<Base>>(&Base::DetermineSplitPositions),
+        SlotOf(&Base::DoSplits), SlotOf(&Base::Reverse), SlotOf(&Base::IsValid), SlotOf(&Base::Cleanup),
+        SlotOf(&Base::Clone), SlotOf(&Base::MergeWith), SlotOf(&Base::MergeWithArc), SlotOf(&Base::MergeWithPolyline),
+        SlotOf(&Base::Append), SlotOf(&Base::AppendArc), SlotOf(&Base::AppendPolyline),
+        SlotOf(&Base::Prepend), SlotOf(&Base::PrependArc), SlotOf(&Base::PrependPolyline),
+        SlotOf(&Base::IntersectWithVerticalProbeLine), SlotOf(&Base::WindAroundPoint),
         SlotOf(&Base::AppendValidWindingPoints),
-        SlotOf(&Base::CanAppendVertex),
-        SlotOf(&Base::AppendVertex),
-        SlotOf(&Base::CanPrependVertex),
-        SlotOf(&Base::PrependVertex),
-        SlotOf(static_cast<PartsInRect>(&Base::CreatePathParts)),
-        SlotOf(static_cast<PartsInHash>(&Base::CreatePathParts)),
-        SlotOf(&Base::GetInflatePolygon),
-        SlotOf(&Base::TryToCorrectProblems),
-        SlotOf(&Base::RecalculateBoundingRect),
-        SlotOf(&CPathObjectBaseOpened::DoPostTransformActions),
+        SlotOf(&Base::CanAppendVertex), SlotOf(&Base::AppendVertex),
+        SlotOf(&Base::CanPrependVertex), SlotOf(&Base::PrependVertex),
+        SlotOf<PartsInRect>(&Base::CreatePathParts), SlotOf<PartsInHash>(&Base::CreatePathParts),
+        SlotOf(&Base::GetInflatePolygon), SlotOf(&Base::TryToCorrectProblems),
+        SlotOf(&Base::RecalculateBoundingRect), SlotOf(&CPathObjectBaseOpened::DoPostTransformActions),
     };
+    // clang-format on
     ASSERT_EQ(slots.size(), 54U);
     for (std::size_t i = 0; i < slots.size(); ++i)
     {
@@ -113,36 +86,16 @@ TEST(PathObjectInterface, VirtualOperationsStandInTheirOrder)
 
 #endif
 
-struct CKindVisitor : CPathObjectVisitor
-{
-    bool VisitPolyline(CPathObjectPolyline &) override { return ++polylines != 0; }
-    bool VisitArc(CPathObjectArc &) override { return ++arcs == 0; }
-    bool VisitBase(CPathObjectBase &) override { return ++others == 0; }
-    int polylines = 0;
-    int arcs = 0;
-    int others = 0;
-};
-
-TEST(PathObjectInterface, VisitorSeesTheKindAndGivesTheResult)
-{
-    CKindVisitor visitor;
-    CPathObjectPolyline line;
-    CPathObjectArc arc;
-    EXPECT_TRUE(static_cast<CPathObjectBase &>(line).Accept(visitor));
-    EXPECT_FALSE(static_cast<CPathObjectBase &>(arc).Accept(visitor));
-    EXPECT_EQ(visitor.polylines * 100 + visitor.arcs * 10 + visitor.others, 110);
-}
-
 TEST(PathObjectInterface, ClosestPointsBelongToTheObjectCalledHoweverThePairIsForwarded)
 {
     auto const low = test::Line({{0.0, 0.0}, {10.0, 0.0}});
     auto const high = test::Line({{0.0, 3.0}, {10.0, 4.0}});
     CPathObjectArc const dome({2.0, 1.0}, {-2.0, 1.0}, {0.0, 1.0}, true);
     CPathObjectArc const far({2.0, 9.0}, {-2.0, 9.0}, {0.0, 9.0}, true);
-    CPathObjectBase const * const objects[] = {low.get(), high.get(), &dome, &far};
-    for (CPathObjectBase const * a : objects)
+    CPathObjectBase const* const objects[] = {low.get(), high.get(), &dome, &far};
+    for (CPathObjectBase const* a : objects)
     {
-        for (CPathObjectBase const * b : objects)
+        for (CPathObjectBase const* b : objects)
         {
             TPoint<double> onA;
             TPoint<double> onB;
@@ -153,22 +106,6 @@ TEST(PathObjectInterface, ClosestPointsBelongToTheObjectCalledHoweverThePairIsFo
             double const dx = onA.x - onB.x;
             double const dy = onA.y - onB.y;
             EXPECT_NEAR(distance, dx * dx + dy * dy, 1e-12);
-        }
-    }
-}
-
-TEST(PathObjectInterface, JoinsWithNullOrTheOtherKindGiveNull)
-{
-    auto const line = test::Line({{1.0, 0.0}, {0.0, 1.0}});
-    CPathObjectArc const arc({0.0, 1.0}, {1.0, 0.0}, {0.0, 0.0}, false);
-    CPathObjectBase const * const objects[] = {line.get(), &arc};
-    for (int i = 0; i < 2; ++i)
-    {
-        for (CPathObjectBase const * other : {objects[1 - i], static_cast<CPathObjectBase const *>(nullptr)})
-        {
-            EXPECT_EQ(objects[i]->Append(other), nullptr);
-            EXPECT_EQ(objects[i]->Prepend(other), nullptr);
-            EXPECT_EQ(objects[i]->MergeWith(other), nullptr);
         }
     }
 }

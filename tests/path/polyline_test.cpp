@@ -36,7 +36,7 @@ TEST(PolylineCleanup, RemovesDuplicatesSpikesAndCollinearVertices)
 {
     struct TCase
     {
-        char const * name;
+        char const* name;
         Path before;
         bool mayRemoveStart;
         Path after;
@@ -45,7 +45,10 @@ TEST(PolylineCleanup, RemovesDuplicatesSpikesAndCollinearVertices)
         {"collinear", {{0, 0}, {1, 1}, {2, 2}}, false, {{0, 0}, {2, 2}}},
         {"duplicate", {{0, 0}, {0, 0}, {1, 0}}, false, {{0, 0}, {1, 0}}},
         {"spike alone", {{0, 0}, {1, 0}, {0, 0}}, false, {{0, 0}}},
-        {"spike, pair before looked at again", {{0, 0}, {1, 0}, {1, 1}, {1, 0}, {2, 5}}, false, {{0, 0}, {1, 0}, {2, 5}}},
+        {"spike, pair before looked at again",
+         {{0, 0}, {1, 0}, {1, 1}, {1, 0}, {2, 5}},
+         false,
+         {{0, 0}, {1, 0}, {2, 5}}},
         {"nested spikes", {{0, 0}, {1, 0}, {1, 1}, {3, 2}, {1, 1}, {1, 0}, {5, 5}}, false, {{0, 0}, {1, 0}, {5, 5}}},
         {"fold back on a slope without sign", {{0, 0}, {2, 0}, {1, 0}}, false, {{0, 0}, {1, 0}}},
         {"fold back on a vertical stays", {{0, 0}, {0, 2}, {0, 1}}, false, {{0, 0}, {0, 2}, {0, 1}}},
@@ -76,94 +79,6 @@ TEST(PolylineCleanup, RemovesDuplicatesSpikesAndCollinearVertices)
     }
 }
 
-/// The steps of the clean-up as they are told, on erasing vectors.
-Path CleanupByErasing(Path p, bool mayRemoveStart)
-{
-    for (std::size_t prev = 0, cur = 1; cur < p.size();)
-    {
-        if (p[cur] == p[prev])
-        {
-            p.erase(p.begin() + static_cast<std::ptrdiff_t>(cur));
-        }
-        else if (cur + 1 == p.size())
-        {
-            break;
-        }
-        else if (!(p[cur + 1] == p[prev]))
-        {
-            ++prev, ++cur;
-            continue;
-        }
-        else
-        {
-            p.erase(p.begin() + static_cast<std::ptrdiff_t>(cur), p.begin() + static_cast<std::ptrdiff_t>(cur) + 2);
-        }
-        if (prev > 0)
-        {
-            --prev, --cur;
-        }
-    }
-    if (p.size() < 3)
-    {
-        return p;
-    }
-    auto const snap = [](Point const & q, Point const & r) {
-        return Point(IsAlmostEqual(q.x, r.x) ? r.x : q.x, IsAlmostEqual(q.y, r.y) ? r.y : q.y);
-    };
-    bool const closed = p.front() == p.back();
-    Point const first = p.front();
-    if (closed)
-    {
-        p.pop_back();
-    }
-    Point const a = closed ? p.back() : p.front();
-    std::size_t i = closed ? 0 : 1;
-    Point last = snap(p[i], a);
-    double slope = (last.y - a.y) / (last.x - a.x);
-    while (i < p.size() && (closed || i + 1 < p.size()))
-    {
-        Point const n = snap(p[i + 1 < p.size() ? i + 1 : 0], last);
-        double const next = (n.y - last.y) / (n.x - last.x);
-        last = n;
-        if (IsAlmostEqual(next, slope, 4) && (mayRemoveStart || !closed || !(p[i] == first)))
-        {
-            p.erase(p.begin() + static_cast<std::ptrdiff_t>(i));
-        }
-        else
-        {
-            ++i;
-        }
-        slope = next;
-    }
-    if (closed && !p.empty() && !(p.front() == p.back()))
-    {
-        p.push_back(Point(p.front()));
-    }
-    return p;
-}
-
-TEST(PolylineCleanup, WorkingInPlaceGivesWhatErasingGives)
-{
-    std::mt19937_64 random(20261122);
-    for (int round = 0; round < 20000; ++round)
-    {
-        Path path;
-        std::size_t const n = 1 + random() % 12;
-        for (std::size_t i = 0; i < n; ++i)
-        {
-            path.emplace_back(static_cast<double>(random() % 3), static_cast<double>(random() % 3));
-        }
-        if (random() % 2 == 0)
-        {
-            path.push_back(Point(path.front()));
-        }
-        bool const mayRemoveStart = random() % 2 == 0;
-        auto const line = LineOf(path);
-        line->Cleanup(mayRemoveStart);
-        ASSERT_EQ(Vertices(*line), CleanupByErasing(path, mayRemoveStart)) << "round " << round;
-    }
-}
-
 TEST(Polyline, ArgumentsMayReferIntoTheObject)
 {
     CPathObjectPolyline line({1.0, 2.0}, {3.0, 4.0});
@@ -182,25 +97,11 @@ TEST(Polyline, ArgumentsMayReferIntoTheObject)
     EXPECT_EQ(Vertices(line).size(), 82U);
 }
 
-TEST(Polyline, JoinsRunThroughTheFirstIntoTheSecond)
-{
-    auto const a = Line({{0, 0}, {1, 0}});
-    auto const b = Line({{1, 0}, {1, 1}, {2, 1}});
-    for (CPathObjectBase* result : {a->Append(b.get()), b->Prepend(a.get()), a->MergeWith(b.get())})
-    {
-        std::unique_ptr<CPathObjectBase> const joined(result);
-        ASSERT_NE(joined, nullptr);
-        EXPECT_EQ(Vertices(*joined), (Path{{0, 0}, {1, 0}, {1, 1}, {2, 1}}));
-        EXPECT_EQ(joined->GetBoundingRect().maxX, 2.0);
-    }
-    EXPECT_EQ(b->Append(a.get()), nullptr);
-}
-
 TEST(SegmentKernels, IntersectionsOfTwoSegments)
 {
     struct TCase
     {
-        char const * name;
+        char const* name;
         Point a0, a1, b0, b1;
         bool ends;
         Path expected;
@@ -228,14 +129,6 @@ TEST(SegmentKernels, IntersectionsOfTwoSegments)
             EXPECT_EQ((Path{first, second}), c.expected) << c.name;
         }
     }
-}
-
-TEST(PolylineRelations, IntersectionAtASharedVertexIsReportedOnce)
-{
-    Path points;
-    EXPECT_TRUE(Line({{0, 0}, {1, 0}, {2, 0}})->IntersectWithPath(*Line({{1, -1}, {1, 0}, {1, 1}}), points));
-    EXPECT_EQ(points, (Path{{1, 0}}));
-    EXPECT_TRUE(Line({{0, 0}, {1, 0}})->IntersectWithPath(*Line({{0, 1}, {1, 0}}), points)) << "last vertices count";
 }
 
 TEST(PolylineRelations, DistanceAgreesWithSamplesAndIsSymmetric)
@@ -271,17 +164,6 @@ TEST(PolylineRelations, DistanceAgreesWithSamplesAndIsSymmetric)
     }
 }
 
-TEST(PolylineRelations, CoincidenceKnowsReversalAndRotation)
-{
-    auto const open = Line({{0, 0}, {1, 0}, {2, 5}});
-    EXPECT_TRUE(open->IsCoincidentWith(*Line({{2, 5}, {1, 0}, {0, 0}})));
-    EXPECT_FALSE(open->IsCoincidentWith(*Line({{0, 0}, {1, 0}, {0, 0}})));
-    auto const square = RectLine(0, 0, 1, 1);
-    EXPECT_TRUE(square->IsCoincidentWith(*Line({{1, 1}, {0, 1}, {0, 0}, {1, 0}, {1, 1}})));
-    EXPECT_TRUE(square->IsCoincidentWith(*Line({{1, 1}, {1, 0}, {0, 0}, {0, 1}, {1, 1}})));
-    EXPECT_FALSE(square->IsCoincidentWith(*Line({{1, 1}, {0, 0}, {0, 1}, {1, 0}, {1, 1}})));
-}
-
 TEST(PolylineRelations, ProbeLineIsHalfOpenAndWindingSigned)
 {
     auto const square = RectLine(0, 0, 1, 1);
@@ -290,7 +172,8 @@ TEST(PolylineRelations, ProbeLineIsHalfOpenAndWindingSigned)
         Point point;
         unsigned int crossings;
     };
-    for (TCase const & c : {TCase{{0.5, 0.5}, 1}, {{0.5, -1}, 2}, {{0.5, 2}, 0}, {{0, 0.5}, 1}, {{1, 0.5}, 0}, {{0.5, 1}, 0}})
+    for (TCase const & c :
+         {TCase{{0.5, 0.5}, 1}, {{0.5, -1}, 2}, {{0.5, 2}, 0}, {{0, 0.5}, 1}, {{1, 0.5}, 0}, {{0.5, 1}, 0}})
     {
         EXPECT_EQ(square->IntersectWithVerticalProbeLine(c.point), c.crossings) << c.point.x << ' ' << c.point.y;
     }
@@ -302,7 +185,7 @@ TEST(PolylineRelations, ProbeLineIsHalfOpenAndWindingSigned)
 
 using Pieces = std::vector<CPathObjectBase::SplitPiece>;
 
-std::string Cut(CPathObjectPolyline const & line, CPathObjectBase::SplitPositionList const & list, Path & joints)
+std::string Cut(CPathObjectPolyline const & line, CPathObjectBase::SplitPositionList const & list)
 {
     Pieces pieces;
     line.DoSplits(list, pieces);
@@ -312,7 +195,6 @@ std::string Cut(CPathObjectPolyline const & line, CPathObjectBase::SplitPosition
     {
         std::unique_ptr<CPathObjectBase> const owned(piece.first);
         flags += static_cast<char>('0' + piece.second);
-        joints.push_back(owned->GetStartPoint());
         EXPECT_TRUE(track.empty() || track.back() == owned->GetStartPoint()) << "pieces lie end to end";
         for (Point const & p : Vertices(*owned))
         {
@@ -334,10 +216,10 @@ TEST(PolylineSplit, FlagsTellHowEachPieceBegins)
 {
     struct TCase
     {
-        char const * name;
+        char const* name;
         Path mine, theirs;
-        char const * myFlags;
-        char const * theirFlags;
+        char const* myFlags;
+        char const* theirFlags;
     };
     TCase const cases[] = {
         {"crossing inside both", {{0, 0}, {2, 2}}, {{0, 2}, {2, 0}}, "01", "01"},
@@ -355,26 +237,9 @@ TEST(PolylineSplit, FlagsTellHowEachPieceBegins)
         CPathObjectBase::SplitPositionList myList, theirList;
         auto const found = mine->DetermineSplitPositions(*theirs, myList, theirList);
         EXPECT_EQ(found == CPathObjectBase::eSplitPositionsFound, !myList.empty()) << c.name;
-        Path joints;
-        EXPECT_EQ(Cut(*mine, myList, joints), c.myFlags) << c.name;
-        EXPECT_EQ(Cut(*theirs, theirList, joints), c.theirFlags) << c.name;
+        EXPECT_EQ(Cut(*mine, myList), c.myFlags) << c.name;
+        EXPECT_EQ(Cut(*theirs, theirList), c.theirFlags) << c.name;
     }
-}
-
-TEST(PolylineSplit, EntriesStandInSegmentOrderWhateverTheOrderOfPartners)
-{
-    auto const line = Line({{0, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 5}});
-    CPathObjectBase::SplitPositionList mine, theirs;
-    for (auto const & partner :
-         {Line({{-1, 7}, {11, 7}}), Line({{3, -1}, {3, 1}}), Line({{2, -1}, {2, 1}}), Line({{2, 1}, {2, -1}})})
-    {
-        theirs.clear();
-        line->DetermineSplitPositions(*partner, mine, theirs);
-    }
-    EXPECT_EQ(mine.size(), 3U);
-    Path joints;
-    EXPECT_EQ(Cut(*line, mine, joints), "011111") << "the same point twice makes a piece of two equal vertices";
-    EXPECT_EQ(joints, (Path{{0, 0}, {2, 0}, {2, 0}, {3, 0}, {10, 7}, {0, 7}}));
 }
 
 } // namespace

@@ -34,103 +34,12 @@ TEST(Subtract, AHolePolygonStrictlyInsideLeavesAnIsland)
     EXPECT_EQ(result.At(1).GetArea(), 4.0) << "what survives inside the hole";
 }
 
-TEST(Subtract, HolesGoToTheirPieceAndNowhereElse)
-{
-    CPolygon const subject = WithHole(WithHole(Rect(0, 0, 10, 4), Rect(1, 1, 2, 2)), Rect(8, 1, 9, 3));
-    TResult result;
-    ASSERT_TRUE(subject.SubtractPolygon(result, Rect(4, -1, 6, 5)));
-    ASSERT_EQ(result.size(), 2U);
-    EXPECT_EQ(result.At(0).GetHoles().size() + result.At(1).GetHoles().size(), 2U);
-    bool const leftFirst = result.At(0).GetBoundingRect().minX == 0.0;
-    EXPECT_EQ(result.At(leftFirst ? 0 : 1).GetArea(), 15.0);
-    EXPECT_EQ(result.At(leftFirst ? 1 : 0).GetArea(), 14.0);
-    ASSERT_TRUE(subject.SubtractPolygon(result, Rect(1.5, 0.5, 3, 5))) << "cuts a hole and reaches beyond it";
-    EXPECT_EQ(TotalArea(result), 37.0 - 5.25 + 0.5);
-    for (CPolygon const * piece : result)
-    {
-        for (CPolygon const * hole : piece->GetHoles())
-        {
-            EXPECT_EQ(hole->GetBoundingRect().minX, 8.0) << "the cut hole belongs to the outline now";
-        }
-    }
-}
-
-TEST(Subtract, CoverageAndDistance)
-{
-    CPolygon const subject = WithHole(Rect(0, 0, 4, 4), Rect(1, 1, 2, 2));
-    TResult result;
-    EXPECT_TRUE(subject.SubtractPolygon(result, Rect(-1, -1, 5, 5)));
-    EXPECT_TRUE(result.empty());
-    EXPECT_TRUE(subject.SubtractPolygon(result, Rect(9, 9, 10, 10)));
-    EXPECT_EQ(TotalArea(result), 15.0);
-    EXPECT_TRUE(subject.SubtractPolygon(result, Rect(0, 0, 4, 4))) << "old polygons are gone, the same track covers";
-    EXPECT_TRUE(result.empty());
-    EXPECT_TRUE(subject.SubtractPolygon(result, Rect(1, 1, 2, 2))) << "exactly the hole";
-    EXPECT_EQ(TotalArea(result), 15.0);
-}
-
-TEST(Intersect, CarriesHolesOfBothOperands)
-{
-    CPolygon const ring = WithHole(Disc(0, 0, 4), Disc(0, 0, 2));
-    CPolygon const frame = WithHole(Rect(-5, -5, 0, 5), Rect(-4, -1, -3, 1));
-    TResult result;
-    ASSERT_TRUE(ring.IntersectPolygon(result, frame));
-    double const pi = 3.141592653589793;
-    // the rectangle from x = -4 to -3 and y = -1 to 1 lies within the disc but for its left corners
-    double const inDisc = std::sqrt(15.0) + 16.0 * std::asin(0.25) - 6.0;
-    EXPECT_NEAR(TotalArea(result), 6 * pi - inDisc, 1e-12);
-    ASSERT_TRUE(frame.IntersectPolygon(result, ring));
-    EXPECT_NEAR(TotalArea(result), 6 * pi - inDisc, 1e-12);
-}
-
-TEST(Intersect, TheRangeDriverReportsHowThingsStand)
-{
-    std::unique_ptr<Clipper> const clipper(CreateClipper());
-    struct TCase
-    {
-        char const * name;
-        CPolygon range;
-        EClipResult code;
-        double area;
-    };
-    TCase const cases[] = {
-        {"apart", Rect(9, 9, 10, 10), Clipper::eClipSeparate, 0.0},
-        {"within, hole cut out", WithHole(Rect(-1, -1, 9, 9), Rect(1, 1, 2, 3)), Clipper::eClipSubjectInsideClip, 14.0},
-        {"around", Rect(1, 1, 2, 3), Clipper::eClipClipInsideSubject, 2.0},
-        {"crossing", Rect(2, 2, 9, 9), Clipper::eClipResultReady, 4.0},
-        {"empty outline", CPolygon(), Clipper::eClipSeparate, 0.0},
-    };
-    for (TCase const & c : cases)
-    {
-        TResult work;
-        PushPolygon(work, std::make_unique<CPolygon>(Rect(0, 0, 4, 4)));
-        EXPECT_EQ(DoIntersectCore(work, {&c.range}, *clipper), c.code) << c.name;
-        EXPECT_EQ(TotalArea(work), c.area) << c.name;
-        EXPECT_EQ(DoIntersectCore(work, {}, *clipper), Clipper::eClipNothingToDo);
-    }
-}
-
-TEST(Xor, PiecesOfTheFirstStandFirst)
-{
-    CPolygon const a = Rect(0, 0, 2, 2);
-    CPolygon const b = Rect(1, 1, 3, 3);
-    TResult result;
-    ASSERT_TRUE(a.XORPolygon(result, b));
-    ASSERT_EQ(result.size(), 2U);
-    EXPECT_EQ(result.At(0).GetBoundingRect().minX, 0.0);
-    EXPECT_EQ(result.At(1).GetBoundingRect().maxX, 3.0);
-    ASSERT_TRUE(a.XORPolygon(result, Rect(5, 5, 6, 6)));
-    EXPECT_TRUE(result.size() == 2 && result.At(0).IsCoincidentWith(a));
-    ASSERT_TRUE(a.XORPolygon(result, a));
-    EXPECT_TRUE(result.empty());
-}
-
 TEST(Holes, StayDisjoint)
 {
     CPolygon const plate = Rect(0, 0, 20, 20);
     struct TCase
     {
-        char const * name;
+        char const* name;
         std::vector<CPolygon> holes;
         std::size_t count;
         double area;      // of the plate and what the holes enclose
@@ -158,7 +67,7 @@ TEST(Holes, StayDisjoint)
         EXPECT_EQ(polygon.GetHoles().size(), c.count) << c.name;
         EXPECT_NEAR(TotalArea(extra), c.extraArea, 1e-9) << c.name;
         EXPECT_NEAR(polygon.GetArea() + TotalArea(extra), c.area, 1e-9) << c.name;
-        for (CPolygon const * hole : polygon.GetHoles())
+        for (CPolygon const* hole : polygon.GetHoles())
         {
             EXPECT_NE(CTestAccess::GetWinding(*hole), CTestAccess::GetWinding(polygon)) << c.name;
         }
@@ -178,7 +87,7 @@ TEST(Clipper, RelationsStatusAndAttempts)
     using Status = Clipper::EClipStatus;
     struct TCase
     {
-        char const * name;
+        char const* name;
         CPolygon first, second;
         EClipResult result;
         Status status;
@@ -215,7 +124,7 @@ TEST(Clipper, TouchesAndOverlapsAreOrderedWithoutARetry)
 {
     struct TCase
     {
-        char const * name;
+        char const* name;
         CPolygon subject, clip;
         double unionArea, intersectionArea;
         std::size_t unionRings;
@@ -278,15 +187,17 @@ TEST(BooleanThreads, APendingRequestStopsASubtractionAndStaysPending)
     bool isPending = false;
     TResult result;
     PushPolygon(result, std::make_unique<CPolygon>(Rect(0, 0, 1, 1)));
-    thread worker([&] {
-        this_thread::Cancel();
-        this_thread::disable_cancellation const guard;
-        CPolygon const a = Rect(0, 0, 4, 4);
-        isDone = a.SubtractPolygon(result, Rect(1, 1, 9, 9));
-        TResult other;
-        isXorDone = a.XORPolygon(other, Rect(9, 9, 10, 10));
-        isPending = this_thread::cancellation_requested();
-    });
+    thread worker(
+        [&]
+        {
+            this_thread::Cancel();
+            this_thread::disable_cancellation const guard;
+            CPolygon const a = Rect(0, 0, 4, 4);
+            isDone = a.SubtractPolygon(result, Rect(1, 1, 9, 9));
+            TResult other;
+            isXorDone = a.XORPolygon(other, Rect(9, 9, 10, 10));
+            isPending = this_thread::cancellation_requested();
+        });
     worker.join();
     EXPECT_FALSE(isDone);
     EXPECT_TRUE(result.empty());

@@ -1,7 +1,6 @@
 // Polygons as data: how outlines are built and closed, walked, wound, asked about points and each other; areas.
 #include <gtest/gtest.h>
 
-#include <cfloat>
 #include <cmath>
 
 #include "support/builders.h"
@@ -26,7 +25,8 @@ TEST(Polygon, RefusedObjectsStayWithTheCaller)
     auto const onePoint = Line({{0, 0}});
     auto const gap = Line({{5, 5}, {6, 6}});
     CPolygon polygon;
-    for (CPathObjectBase* refused : {static_cast<CPathObjectBase*>(onePoint.get()), static_cast<CPathObjectBase*>(nullptr)})
+    for (CPathObjectBase* refused :
+         {static_cast<CPathObjectBase*>(onePoint.get()), static_cast<CPathObjectBase*>(nullptr)})
     {
         CTestAccess::AppendPathObject(polygon, refused);
         EXPECT_TRUE(polygon.GetOutline().empty());
@@ -60,33 +60,12 @@ TEST(Polygon, ClosesByExtendingWhereAnEndCanGrow)
     EXPECT_DOUBLE_EQ(byArcs.GetArea(), pi / 2);
 }
 
-TEST(Polygon, CopiesHolesAndWindingAndDiscardsEmptyOnes)
-{
-    CPolygon const polygon = WithHole(Rect(0, 0, 4, 4), Disc(2, 2, 1));
-    CPolygon const copy(polygon);
-    EXPECT_EQ(copy.GetArea(), polygon.GetArea());
-    EXPECT_NE(copy.GetHoles()[0], polygon.GetHoles()[0]);
-    CPolygon outline(polygon);
-    outline.clear(false);
-    EXPECT_EQ(outline.GetHoles().size(), 1U);
-    EXPECT_GT(outline.GetBoundingRect().minX, outline.GetBoundingRect().maxX);
-
-    std::vector<CPolygon*> polygons;
-    auto* empty = new CPolygon(outline);
-    EXPECT_FALSE(CPolygon::AddPolygonToVectorWhenValid(empty, polygons));
-    EXPECT_EQ(empty, nullptr) << "holes don't make it valid";
-    EXPECT_FALSE(CPolygon::AddPolygonToVectorWhenValid(empty, polygons));
-    auto* valid = new CPolygon(polygon);
-    EXPECT_TRUE(CPolygon::AddPolygonToVectorWhenValid(valid, polygons));
-    DeletePolygons(polygons);
-}
-
 TEST(Polygon, AreaIsExactOnArcsWhereverTheyLie)
 {
     double const far = 1e6;
     struct TCase
     {
-        char const * name;
+        char const* name;
         CPolygon polygon;
         double area;
     };
@@ -161,43 +140,6 @@ TEST(Containment, LeftAndLowerSidesAreInside)
     EXPECT_TRUE(holed.PointInPolygon(2.0, 1.5));
     EXPECT_TRUE(holed.PolygonInPolygon(Rect(1.2, 1.2, 1.8, 1.8))) << "holes aren't looked at";
     EXPECT_FALSE(holed.PolygonInPolygon(CPolygon()) || CPolygon().PolygonInPolygon(holed));
-    CPolygon const ring = WithHole(Disc(0, 0, 2), Disc(0, 0, 1));
-    for (int i = 0; i < 100; ++i)
-    {
-        double const angle = 0.1 + i * 2 * pi / 100;
-        EXPECT_TRUE(ring.PointInPolygon(1.5 * std::cos(angle), 1.5 * std::sin(angle))) << i;
-        EXPECT_FALSE(ring.PointInPolygon(0.9 * std::cos(angle), 0.9 * std::sin(angle))) << i;
-        EXPECT_FALSE(ring.PointInPolygon(2.1 * std::cos(angle), 2.1 * std::sin(angle))) << i;
-    }
-}
-
-TEST(Containment, CoincidenceIsCyclicAndIgnoresTheDirection)
-{
-    auto const pieces = [](std::initializer_list<int> order) {
-        Point const corners[] = {{0, 0}, {1, 0}, {1, 1}, {0, 1}};
-        std::vector<CPathObjectBase*> objects;
-        for (int i : order)
-        {
-            objects.push_back(new CPathObjectPolyline(corners[i], corners[(i + 1) % 4]));
-        }
-        return CPolygon(objects.begin(), objects.end());
-    };
-    CPolygon const square = pieces({0, 1, 2, 3});
-    EXPECT_TRUE(square.IsCoincidentWith(pieces({2, 3, 0, 1})));
-    CPolygon reversed = pieces({1, 2, 3, 0});
-    CTestAccess::ReverseWinding(reversed);
-    EXPECT_TRUE(square.IsCoincidentWith(reversed) && reversed.IsCoincidentWith(square));
-    EXPECT_FALSE(square.IsCoincidentWith(Rect(0, 0, 1, 1))) << "the same track, divided differently";
-    EXPECT_TRUE(CPolygon().IsCoincidentWith(CPolygon()));
-}
-
-TEST(Containment, UnlikelyEdgePointSharesAsFewCoordinatesAsItCan)
-{
-    CPolygon const square = Rect(0, 0, 2, 2);
-    EXPECT_EQ(square.GetUnlikelyEdgePoint(Rect(0, 0, 2, 2)), Point(0, 0));
-    EXPECT_EQ(square.GetUnlikelyEdgePoint(Rect(2, 1, 3, 3)), Point(3, 1));
-    EXPECT_EQ(square.GetUnlikelyEdgePoint(CPolygon()), Point(DBL_MAX, DBL_MAX));
-    EXPECT_EQ(CPolygon().GetUnlikelyEdgePoint(square), Point(0, 0));
 }
 
 } // namespace

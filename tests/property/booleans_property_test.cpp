@@ -118,7 +118,8 @@ public:
         EXPECT_LE(m_Undecided * 200, m_Pairs) << m_Family << ": too many operations gave up";
         testing::Test::RecordProperty("pairs", m_Pairs);
         std::cout << m_Family << ": " << m_Pairs << " pairs, " << m_Failures << " failed, " << m_Undecided
-                  << " operations undecided, " << m_Unusual << " pairs beyond " << UsualDifference << ", greatest difference of the others " << m_Greatest << '\n';
+                  << " operations undecided, " << m_Unusual << " pairs beyond " << UsualDifference
+                  << ", greatest difference of the others " << m_Greatest << '\n';
     }
 
     void Check(Shape const & first, Shape const & second)
@@ -178,7 +179,8 @@ private:
             for (CPolygon const* polygon : results[i])
             {
                 area += polygon->GetArea();
-                if (!PassesAPointTwice(*polygon)) AddRingFaults(*polygon, std::sqrt(judgement.boundingArea) * 1e-9, Operations[i].name, faults);
+                if (!PassesAPointTwice(*polygon))
+                    AddRingFaults(*polygon, std::sqrt(judgement.boundingArea) * 1e-9, Operations[i].name, faults);
             }
             if (m_IsGeneral && !(std::fabs(area - verdict.area) <= limit))
                 faults << Operations[i].name << " has area " << area << ", not " << verdict.area << ';';
@@ -290,19 +292,6 @@ TEST(BooleansProperty, RelatedShapesGiveTheExactRegion)
         if (pieces.empty() || PassesAPointTwice(*pieces.back()) || PassesAPointTwice(*pieces.front())) continue;
         checker.Check(ShapeOf(*pieces.back()), other);
         checker.Check(shape, ShapeOf(*pieces.front()));
-    }
-}
-
-TEST(Shapes, TextGivesTheSamePathObjectsAgain)
-{
-    auto const polygon = MakePolygon(ParseShape("M 0,0 L 8,0 A ccw 8,3 8,6 L 4,6 0,6 L 0,3 Z M 2,2 A cw 3,2 2,2 Z"));
-    EXPECT_EQ(polygon->GetOutline().size(), 4u);
-    EXPECT_EQ(polygon->GetHoles().size(), 1u);
-    Generator generator(7);
-    for (int i = 0; i < 1000; ++i)
-    {
-        Shape const random = generator.Disguised(generator.Holed());
-        EXPECT_EQ(PrintShape(ParseShape(PrintShape(random))), PrintShape(random));
     }
 }
 

@@ -53,7 +53,7 @@ inline CPolygon WithHole(CPolygon const & outline, CPolygon const & hole)
 inline double TotalArea(std::vector<CPolygon*> const & polygons)
 {
     double area = 0.0;
-    for (CPolygon const * polygon : polygons)
+    for (CPolygon const* polygon : polygons)
     {
         area += polygon->GetArea();
     }

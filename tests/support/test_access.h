@@ -23,15 +23,6 @@ struct CTestAccess
     }
     static CPolygon::EPolygonWinding GetWinding(CPolygon const & polygon) { return polygon.GetWindingDirection(); }
     static void ReverseWinding(CPolygon & polygon) { polygon.ReverseWindingDirection(); }
-    static bool SubtractPolygonsCore(CPolygon const & polygon, std::vector<CPolygon*> & result,
-                                     std::vector<CPolygon const*> const & polygons)
-    {
-        return polygon.SubtractPolygonsCore(result, polygons);
-    }
-
-    using Rings = CPolygonClipGreinerHormannBased<double>;
-    static CPathObjectHolder* GetSubjectRing(Rings const & clipper) { return clipper.m_SubjectRing; }
-    static CPathObjectHolder* GetClipRing(Rings const & clipper) { return clipper.m_ClipRing; }
     static unsigned int GetAttempts(CPolygonClipBase<double> const & clipper) { return clipper.m_Attempts; }
 };
 
