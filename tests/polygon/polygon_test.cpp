@@ -40,26 +40,6 @@ TEST(Polygon, RefusedObjectsStayWithTheCaller)
     EXPECT_EQ(polygon.GetArea(), 0.5);
 }
 
-TEST(Polygon, ClosesByExtendingWhereAnEndCanGrow)
-{
-    CPolygon byAppending;
-    CTestAccess::AppendPathObject(byAppending, Line({{0, 0}, {2, 0}, {0, 2}}).release());
-    EXPECT_TRUE(CTestAccess::EnsureValidPolygon(byAppending, true));
-    EXPECT_EQ(byAppending.GetOutline().size(), 1U);
-
-    CPolygon byPrepending;
-    CTestAccess::AppendPathObject(byPrepending, Line({{-1, -1}, {1, 0}}).release());
-    CTestAccess::AppendPathObject(byPrepending, new CPathObjectArc({1, 0}, {-1, 0}, {0, 0}, true));
-    EXPECT_TRUE(CTestAccess::EnsureValidPolygon(byPrepending, true));
-    EXPECT_EQ(byPrepending.GetOutline().front()->GetStartPoint(), Point(-1, 0));
-
-    CPolygon byArcs;
-    CTestAccess::AppendPathObject(byArcs, new CPathObjectArc({1, 0}, {-1, 0}, {0, 0}, true));
-    EXPECT_TRUE(CTestAccess::EnsureValidPolygon(byArcs, true));
-    EXPECT_EQ(byArcs.GetOutline().size(), 2U);
-    EXPECT_DOUBLE_EQ(byArcs.GetArea(), pi / 2);
-}
-
 TEST(Polygon, AreaIsExactOnArcsWhereverTheyLie)
 {
     double const far = 1e6;
