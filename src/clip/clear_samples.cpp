@@ -19,7 +19,7 @@ constexpr double arcMargin = 0.1;
 /// Clear of a segment, as a part of the size of its object: far above rounding, and above the first shifts of a retry.
 constexpr double relativeMargin = 1e-7;
 /// An arc whose ends are apart by less than this part of its reach is read the wrong way round.
-constexpr double misreadPart = 1e-8;
+constexpr double misreadPart = 1e-6;
 
 /// The position to the ring of `ring`; `eOnRing` if the point isn't well away from it. `isArc`: the object sampled.
 EPointPosition LocateClearly(TPoint<double> const & point, CPathObjectHolder const* ring, bool isSampleOfArc)
@@ -70,13 +70,12 @@ TPoint<double> SampleOf(CPathObjectBase const & object, std::ptrdiff_t i, bool i
     return TPoint<double>(a.x + sampleFraction * (b.x - a.x), a.y + sampleFraction * (b.y - a.y));
 }
 
-} // namespace
-
-bool AgreesWithSamples(CPathObjectHolder const* holder, CPathObjectHolder const* other, EPointPosition side)
+/// No clear sample of the object contradicts its lying on `side` of the other ring.
+bool SamplesAgree(CPathObjectHolder const* holder, CPathObjectHolder const* other, EPointPosition side)
 {
     CPathObjectBase const & object = *holder->GetPathObject();
     std::ptrdiff_t const segments = object.GetPointsEnd() - object.GetPointsBegin() - 1;
-    if (!(MeetsOtherRing(holder) || MeetsOtherRing(holder->m_Next)) || object.IsDegenerate() || segments < 1)
+    if (object.IsDegenerate() || segments < 1)
     {
         return true;
     }
@@ -94,12 +93,21 @@ bool AgreesWithSamples(CPathObjectHolder const* holder, CPathObjectHolder const*
            (segments == 1 || !contradicts(SampleOf(object, segments - 1, isArc), isArc));
 }
 
-bool IsWhollyOnSide(CPathObjectHolder const* ring, CPathObjectHolder const* other, EPointPosition side)
+} // namespace
+
+bool AgreesWithSamples(CPathObjectHolder const* holder, CPathObjectHolder const* other,
+                       CBoundingRect<double> const & otherRect, EPointPosition side)
+{
+    return !otherRect.Overlaps(holder->GetPathObject()->GetBoundingRect()) || SamplesAgree(holder, other, side);
+}
+
+bool IsWhollyOnSide(CPathObjectHolder const* ring, CPathObjectHolder const* other,
+                    CBoundingRect<double> const & otherRect, EPointPosition side)
 {
     CPathObjectHolder const* holder = ring;
     do
     {
-        if (!AgreesWithSamples(holder, other, side))
+        if (!AgreesWithSamples(holder, other, otherRect, side))
         {
             return false;
         }

@@ -9,13 +9,16 @@
 namespace geometry
 {
 
-/// No sample of the holder's object that is well away from the ring of `other` contradicts its lying on `side`. Only
-/// objects that begin or end where the rings met are sampled: the others can't have been misjudged. An object without
-/// extent agrees with everything.
-bool AgreesWithSamples(CPathObjectHolder const* holder, CPathObjectHolder const* other, EPointPosition side);
+/// No sample of the holder's object that is well away from the ring of `other` contradicts its lying on `side`. All
+/// objects within `otherRect`, the rectangle of that ring, are sampled, also those that begin and end where the rings
+/// don't meet: outlines that run along each other but for rounding (a straight track that goes on as an arc) may cross
+/// without the crossing being found. An object without extent agrees with everything.
+bool AgreesWithSamples(CPathObjectHolder const* holder, CPathObjectHolder const* other,
+                       CBoundingRect<double> const & otherRect, EPointPosition side);
 
 /// No clear sample of the ring of `ring` contradicts its lying wholly inside (or outside) the ring of `other`.
-bool IsWhollyOnSide(CPathObjectHolder const* ring, CPathObjectHolder const* other, EPointPosition side);
+bool IsWhollyOnSide(CPathObjectHolder const* ring, CPathObjectHolder const* other,
+                    CBoundingRect<double> const & otherRect, EPointPosition side);
 
 /// A cut has left an arc so short that rounding decides its sense: it passes for the rest of its circle. That happens
 /// where one crossing is found twice, a rounding error apart, and a coordinate is near zero, so that the two points

@@ -278,8 +278,10 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipSeparateR
     ESeparateOutcome const outcome = ClassifySeparateRings(this->m_SubjectRing, this->m_ClipRing);
     auto const sideOf = [outcome](ESeparateOutcome inside)
     { return outcome == inside ? EPointPosition::eInside : EPointPosition::eOutside; };
-    if (!IsWhollyOnSide(this->m_SubjectRing, this->m_ClipRing, sideOf(ESeparateOutcome::eSubjectInsideClip)) ||
-        !IsWhollyOnSide(this->m_ClipRing, this->m_SubjectRing, sideOf(ESeparateOutcome::eClipInsideSubject)))
+    if (!IsWhollyOnSide(this->m_SubjectRing, this->m_ClipRing, this->m_ClipRect,
+                        sideOf(ESeparateOutcome::eSubjectInsideClip)) ||
+        !IsWhollyOnSide(this->m_ClipRing, this->m_SubjectRing, this->m_SubjectRect,
+                        sideOf(ESeparateOutcome::eClipInsideSubject)))
     {
         return this->eClipRetry;
     }

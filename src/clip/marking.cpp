@@ -93,7 +93,7 @@ EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const* other, b
             outcome = Contradicts(position, isLeftOut != invert) ? EMarkOutcome::eInconsistent : outcome;
         }
         EPointPosition const expected = isLeftOut != invert ? EPointPosition::eInside : EPointPosition::eOutside;
-        outcome = AgreesWithSamples(g, other, expected) ? outcome : EMarkOutcome::eInconsistent;
+        outcome = AgreesWithSamples(g, other, rect, expected) ? outcome : EMarkOutcome::eInconsistent;
         g = g->m_Next;
     } while (g != side.holder);
     return outcome;
