@@ -93,9 +93,4 @@ void CPathObjectArc::CreatePathParts(PathObjectHash & parts) const
     }
 }
 
-CPolygon* CPathObjectArc::GetInflatePolygon(double const &) const
-{
-    return nullptr;
-}
-
 } // namespace geometry

@@ -2,6 +2,7 @@
 // polygon moved by an amount that doesn't matter to the caller but takes the outlines out of their degenerate
 // position. The shift is not taken back.
 #include <algorithm>
+#include <cmath>
 #include <memory>
 
 #include <geometry/clip/polygon_clip_base.h>
@@ -96,6 +97,7 @@ void CPolygonClipBase<T>::ReadPolygons(CPolygon const & first, CPolygon const & 
         return;
     }
     TPoint<double> const shift = ShiftOfAttempt(first.GetBoundingRect(), attempt);
+    m_LargestShift = std::max(m_LargestShift, std::hypot(shift.x, shift.y));
     bool const correct = attempt >= firstRepairingAttempt;
     AddPerturbedPolygonToRing(first, *clipHelper, m_ClipWinding, shift.x, shift.y, correct);
     AddPerturbedPolygonToRing(second, *subjectHelper, m_SubjectWinding, 0.0, 0.0, correct);

@@ -13,6 +13,8 @@
 #include <geometry/path/path_object_base.h>
 #include <geometry/polygon/polygon.h>
 
+#include "polygon/merge.h"
+
 namespace geometry
 {
 
@@ -319,7 +321,10 @@ void CSpatialHashContainer<T, Calculator>::GetObjectsInRect(CBoundingRect<double
 
 template class CHashCalculator<CPathObjectBase, CBoundingRect<int>>;
 template class CHashCalculator<CPolygon, CBoundingRect<int>>;
+template class CHashCalculator<CPolygon::COverlapVectorsHelper, CBoundingRect<int>>;
 template class CSpatialHashContainer<CPathObjectBase, CHashCalculator<CPathObjectBase, CBoundingRect<int>>>;
 template class CSpatialHashContainer<CPolygon, CHashCalculator<CPolygon, CBoundingRect<int>>>;
+template class CSpatialHashContainer<CPolygon::COverlapVectorsHelper,
+                                     CHashCalculator<CPolygon::COverlapVectorsHelper, CBoundingRect<int>>>;
 
 } // namespace geometry

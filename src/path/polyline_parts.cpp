@@ -44,9 +44,4 @@ void CPathObjectPolyline::CreatePathParts(PathObjectHash & parts) const
     }
 }
 
-CPolygon* CPathObjectPolyline::GetInflatePolygon(double const &) const
-{
-    return nullptr;
-}
-
 } // namespace geometry

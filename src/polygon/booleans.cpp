@@ -323,9 +323,8 @@ bool IsOnOutline(CPolygon const & polygon, TPoint<double> const & point)
                        [&](CPathObjectBase const* object) { return object->IsPointOnPath(point.x, point.y); });
 }
 
-/// `hole` lies in the outline of `piece`, which it doesn't cross but may touch. The first test point off the outline
-/// decides: a touching point lies in or out by the half-open rule alone, and would lose the hole on the upper and
-/// right sides.
+} // namespace
+
 bool Encloses(CPolygon const & piece, CPolygon const & hole)
 {
     if (piece.GetBoundingRect().ContainsRect(hole.GetBoundingRect()))
@@ -345,8 +344,6 @@ bool Encloses(CPolygon const & piece, CPolygon const & hole)
     }
     return piece.PolygonInPolygon(hole);
 }
-
-} // namespace
 
 bool CPolygon::HandleSubtractResultPolygons(std::vector<CPolygon*> & result, std::vector<CPolygon*> const & pieces,
                                             CPolygon const & clip, CPolygonClipBase<double>* clipper) const

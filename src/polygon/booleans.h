@@ -29,4 +29,13 @@ bool XORPolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRa
 /// Empties `result`, deleting, and fills it with `polygon` minus all of `range`. An empty range gives a copy and false.
 bool SubtractPolygons(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range);
 
+/// `hole` lies in the outline of `polygon`, which it doesn't cross but may touch. The first test point off the outline
+/// decides: a touching point lies in or out by the half-open rule alone, and would lose the hole on the upper and
+/// right sides.
+bool Encloses(CPolygon const & polygon, CPolygon const & hole);
+
+/// The polygon of `input` that encloses the others, and the rest; polygons without an outline are deleted. `input`
+/// is empty afterwards. Null if no polygon has an outline.
+std::unique_ptr<CPolygon> SplitResultInOutlineAndRest(PolygonVector & rest, PolygonVector & input);
+
 } // namespace geometry

@@ -7,11 +7,6 @@
 namespace geometry
 {
 
-namespace
-{
-
-/// The polygon of `input` that encloses the others, and the rest; polygons without an outline are deleted. `input`
-/// is empty afterwards. Null if no polygon has an outline.
 std::unique_ptr<CPolygon> SplitResultInOutlineAndRest(PolygonVector & rest, PolygonVector & input)
 {
     std::unique_ptr<CPolygon> outer;
@@ -36,6 +31,9 @@ std::unique_ptr<CPolygon> SplitResultInOutlineAndRest(PolygonVector & rest, Poly
     input.clear();
     return outer;
 }
+
+namespace
+{
 
 /// Subtracts `hole` from every polygon of `polygons`.
 void CutOut(PolygonVector & polygons, CPolygon const & hole)

@@ -48,6 +48,14 @@ inline std::unique_ptr<CPolygon> TakePolygon(PolygonVector & polygons, std::size
     return polygon;
 }
 
+/// Moves the polygon at `index` of `source` to the end of `target`, which may be `source` itself.
+inline void MovePolygon(PolygonVector & source, std::size_t index, PolygonVector & target)
+{
+    CPolygon* const polygon = source[index];
+    target.push_back(polygon);
+    source.erase(source.begin() + static_cast<std::ptrdiff_t>(index));
+}
+
 /// Access for the operations of this library that work on polygons from outside the class.
 struct CPolygonInternals
 {
@@ -58,6 +66,24 @@ struct CPolygonInternals
     static void InitializeWithClones(CPolygon & polygon, std::vector<CPathObjectBase const*> const & objects)
     {
         polygon.InitializeWithClones(objects);
+    }
+    static void InitializeWithPolygon(CPolygon & polygon, CPolygon const & other)
+    {
+        polygon.InitializeWithPolygon(other);
+    }
+    static CPolygon::PolygonHash & HolesOf(CPolygon & polygon) { return polygon.m_Holes; }
+    static void DeleteHoles(CPolygon & polygon) { polygon.DeleteHoles(); }
+    /// Moves the holes to the end of `holes`.
+    static void TakeHoles(CPolygon & polygon, PolygonVector & holes)
+    {
+        holes.insert(holes.end(), polygon.GetHoles().begin(), polygon.GetHoles().end());
+        polygon.m_Holes.Clear();
+    }
+    /// Turns `hole` against the outline of `polygon`, which takes it over; if an exception leaves, it doesn't.
+    static void AddAsHole(CPolygon & polygon, CPolygon & hole)
+    {
+        polygon.SetCorrectHoleWinding(hole);
+        polygon.m_Holes.Add(&hole);
     }
     static bool HandleSubtractResultPolygons(CPolygon const & polygon, PolygonVector & result,
                                              PolygonVector const & pieces, CPolygon const & clip,

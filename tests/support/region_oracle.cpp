@@ -26,8 +26,8 @@ struct TCurve
     Real cx, radius; // of an arc
     int side;
     std::size_t polygon = 0;
-    unsigned ring = 0; // bit of its polygon
-    Real height = 0;   // in the middle of the present slab
+    std::uint64_t ring = 0; // bit of its polygon
+    Real height = 0;        // in the middle of the present slab
 
     Real HeightAt(Real x) const { return side == 0 ? y + slope * (x - left) : y + side * HalfChord(x - cx); }
 
@@ -49,7 +49,7 @@ struct TCurve
 struct TPolygonState
 {
     std::size_t region;
-    unsigned rings = 0;
+    std::uint64_t rings = 0;
 };
 
 class CSweep
@@ -63,7 +63,7 @@ public:
         AddRing(polygon, 1);
         for (std::size_t i = 0; i < polygon.GetHoles().size(); ++i)
         {
-            AddRing(*polygon.GetHoles()[i], 2u << i);
+            AddRing(*polygon.GetHoles()[i], std::uint64_t{2} << i);
         }
     }
 
@@ -103,7 +103,7 @@ public:
     }
 
 private:
-    void AddRing(CPolygon const & polygon, unsigned ring)
+    void AddRing(CPolygon const & polygon, std::uint64_t ring)
     {
         auto add = [&](TCurve curve)
         {
@@ -223,18 +223,36 @@ private:
 
 TJudgement Judge(CPolygon const & a, CPolygon const & b, std::vector<TClaim> const & claims)
 {
-    CBoundingRect<double> rect = a.GetBoundingRect();
-    rect.Include(b.GetBoundingRect());
-    CSweep sweep(std::max(std::fabs(rect.minX), std::fabs(rect.maxX)), claims.size() + 2);
-    sweep.AddPolygon(a, 0);
-    sweep.AddPolygon(b, 1);
-    sweep.AddCrossings();
-    for (std::size_t i = 0; i < claims.size(); ++i)
+    return Judge(std::vector{&a}, std::vector{&b}, claims);
+}
+
+TJudgement Judge(std::vector<CPolygon const*> const & a, std::vector<CPolygon const*> const & b,
+                 std::vector<TClaim> const & claims)
+{
+    CBoundingRect<double> rect;
+    for (auto const* operand : {&a, &b})
     {
-        for (CPolygon const* polygon : *claims[i].result)
+        for (CPolygon const* polygon : *operand)
         {
-            sweep.AddPolygon(*polygon, i + 2);
+            rect.Include(polygon->GetBoundingRect());
         }
+    }
+    CSweep sweep(std::max(std::fabs(rect.minX), std::fabs(rect.maxX)), claims.size() + 2);
+    std::size_t region = 0;
+    auto const add = [&](auto const & polygons)
+    {
+        for (CPolygon const* polygon : polygons)
+        {
+            sweep.AddPolygon(*polygon, region);
+        }
+        ++region;
+    };
+    add(a);
+    add(b);
+    sweep.AddCrossings();
+    for (TClaim const & claim : claims)
+    {
+        add(*claim.result);
     }
     TJudgement judgement = sweep.Run(claims);
     judgement.boundingArea = (rect.maxX - rect.minX) * (rect.maxY - rect.minY);

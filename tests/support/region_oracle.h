@@ -26,11 +26,14 @@ struct TVerdict
 
 struct TJudgement
 {
-    double boundingArea = 0.0;      ///< of the rectangle around both operands: the unit in which areas are judged
+    double boundingArea = 0.0;      ///< of the rectangle around all operands: the unit in which areas are judged
     std::vector<TVerdict> verdicts; ///< one a claim
 };
 
 /// Measures all claims about `a` and `b` in one sweep.
 TJudgement Judge(CPolygon const & a, CPolygon const & b, std::vector<TClaim> const & claims);
+/// The same about the unions of the polygons of `a` and of `b`.
+TJudgement Judge(std::vector<CPolygon const*> const & a, std::vector<CPolygon const*> const & b,
+                 std::vector<TClaim> const & claims);
 
 } // namespace geometry::test

@@ -127,8 +127,16 @@ public:
     /// A clone of the whole arc if the rectangles overlap: an arc is never broken into parts.
     void CreatePathParts(std::vector<CPathObjectBase*> & parts, CBoundingRect<double> const & rect) const override;
     void CreatePathParts(PathObjectHash & parts) const override;
-    /// Null: inflating isn't available in this version.
+
+    // --- inflating: src/arc/arc_inflate.cpp ---
+
+    /// The points within `distance` (coordinate units) of the track: a ring sector with round ends, made of arcs. A
+    /// full circle gives a ring, and a disc if `distance` reaches its centre. An arc and its reverse give the same.
+    /// Owner: caller. Null: `distance` isn't greater than 0, the arc isn't set, or a union or subtraction fails.
+    /// Threads: touches nothing shared, but derives the direction on first use.
     CPolygon* GetInflatePolygon(double const & distance) const override;
+
+    // --- numeric state ---
 
     void TryToCorrectProblems() override;
     void RecalculateBoundingRect() override;

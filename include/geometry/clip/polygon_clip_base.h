@@ -101,6 +101,9 @@ public:
     /// How many runs of the calling thread have used up all attempts so far. The booleans leave a polygon uncut then
     /// (an intersection drops it) and still answer true: compare before and after a call to learn of it. Never falls.
     static unsigned long long GetGaveUpCount();
+    /// The farthest that `RunClip` has moved a polygon so far, in coordinate units; 0 if first attempts always succeeded.
+    /// Results can have gaps of this width where polygons touched.
+    double GetLargestShift() const { return m_LargestShift; }
     /// How the outlines of the last run stood to each other.
     EClipStatus GetStatus() const { return m_Status; }
 
@@ -116,6 +119,7 @@ protected:
     EClipStatus m_Status = eStatusBothEmptyOrGaveUp; ///< record of the last run
     EClipOperation m_Operation = eClipUnion;         ///< written by the user before each run
     unsigned int m_Attempts = 0;                     ///< attempts of the last `RunClip`, for tests and measurements
+    double m_LargestShift = 0.0;                     ///< never falls
 
 private:
     EClipResult RunCoincident(CPolygon const & second);

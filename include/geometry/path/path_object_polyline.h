@@ -114,8 +114,31 @@ public:
     /// One polyline for each segment that doesn't lie clearly outside `rect`.
     void CreatePathParts(std::vector<CPathObjectBase*> & parts, CBoundingRect<double> const & rect) const override;
     void CreatePathParts(PathObjectHash & parts) const override;
-    /// Null: inflating isn't available in this version.
+
+    // --- inflating: src/path/polyline_inflate.cpp ---
+
+    /// The points within `distance` (coordinate units) of the track, and up to half a percent beyond: rounded
+    /// rectangles around the segments, united. Where the track encloses something, the result has holes.
+    /// Owner: caller. Null: `distance` isn't greater than 0, fewer than two vertices, or the union fails.
+    /// Threads: touches nothing shared.
     CPolygon* GetInflatePolygon(double const & distance) const override;
+
+    // --- rounded rectangles: src/path/round_rect.cpp ---
+
+    /// The outline of `rect` with its corners rounded by `radius`, counter-clockwise and closed, turned by `angle`
+    /// (radians, counter-clockwise) about the middle of `rect`. Straight pieces are single segments, the corners arcs;
+    /// a radius of half a side joins two corners in a half circle, one of half of both sides makes a full circle, and
+    /// one of zero a closed polyline of five vertices. A radius beyond half a side isn't refused: its segments run
+    /// backward.
+    /// `objects` forgets what it holds WITHOUT deleting anything, and is filled with new objects that the caller owns.
+    /// After an allocation exception it is empty.
+    static void RoundRectAsPathObjects(CBoundingRect<double> const & rect, double const & radius, double const & angle,
+                                       std::vector<CPathObjectBase*> & objects);
+    /// The same as a polygon. Owner: caller; never null.
+    static CPolygon* RoundRectAsPolygon(CBoundingRect<double> const & rect, double const & radius,
+                                        double const & angle);
+
+    // --- numeric state ---
 
     void TryToCorrectProblems() override;
     void RecalculateBoundingRect() override;

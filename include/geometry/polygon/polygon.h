@@ -38,12 +38,15 @@ public:
         eWindingPositive = 2  ///< zero or positive signed area: counter-clockwise
     };
 
+    /// Part of merging, complete within the library only.
+    struct COverlapVectorsHelper;
+
     /// Selects the constructor that clones the path objects instead of taking them over.
     struct TCloneObjects
     {
     };
 
-    /// Number of polygons from which the operations on many polygons group or tile their work; not read yet.
+    /// Above this number of polygons a merge first groups those whose rectangles reach each other.
     static unsigned int m_GroupingAmount;
 
     // --- construction and content: src/polygon/polygon.cpp ---
@@ -129,6 +132,37 @@ public:
     /// The region that belongs to one of the two only: the pieces of this polygon first, then those of `other`.
     bool XORPolygon(std::vector<CPolygon*> & result, CPolygon const & other) const;
 
+    // --- merge: src/polygon/merge_range.cpp ---
+
+    /// The region that belongs to one of the two or both: one polygon if they meet, else copies of both, that of this
+    /// polygon first. What the union encloses without covering it is a hole. Rules of the booleans above.
+    bool MergePolygon(std::vector<CPolygon*> & result, CPolygon const & other) const;
+    /// Unites all of `polygons` (not owned; null and empty ones are passed over) into the fewest polygons, whatever
+    /// their order; a polygon in a hole of another, or that meets others in single points only, stays by itself. Rules
+    /// of the booleans above; a pair that can't be clipped stays unmerged. Gaps that only a retry of the clipper opened
+    /// are closed.
+    static bool MergePolygons(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons);
+
+    // --- inflating: src/polygon/inflate.cpp ---
+
+    /// Grows (`amount` > 0) or shrinks (`amount` < 0) the region by a distance in coordinate units, with rounded
+    /// corners made of arcs. Bands along segments are up to half a percent wider than `amount`, never narrower; those
+    /// along arcs are exact. New polygons that the caller owns go to `result`, whose polygons are deleted first; with
+    /// `amount` 0 a copy is ADDED to what it holds. No result is an empty one: shrunk to nothing, or failed.
+    /// A NaN gives a copy. Shrinking polls the cancellation of the calling `thread`.
+    void GetInflatedPolygon(std::vector<CPolygon*> & result, double amount) const;
+
+    // --- distances: src/polygon/distance.cpp ---
+    // Squares of distances, in square coordinate units; `+DBL_MAX`, and points left as they were, if there is nothing
+    // to measure. Solid: what lies in the area has distance 0. Open: only the outline and those of the holes count.
+    // A point in a hole is outside in both ways.
+
+    /// From a point to this polygon, and the point of the polygon closest to it.
+    double SquareDistanceToPoint(double x, double y, bool solid, TPoint<double> & closest) const;
+    /// Between this polygon and `other`, and the closest points on both.
+    double SquareDistanceToPolygon(CPolygon const & other, bool thisSolid, bool otherSolid, TPoint<double> & onThis,
+                                   TPoint<double> & onOther) const;
+
     // --- holes: src/polygon/holes.cpp ---
 
     /// Adds a copy of the outline of `hole` (not kept; null is allowed and does nothing) to the holes. Holes that it
@@ -165,6 +199,15 @@ private:
     bool HandleSubtractResultPolygons(std::vector<CPolygon*> & result, std::vector<CPolygon*> const & pieces,
                                       CPolygon const & clip, CPolygonClipBase<double>* clipper) const;
     bool SubtractPolygonsCore(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons) const;
+
+    double SquareDistanceToPathSolid(CPathObjectBase const & path, TPoint<double> & onPolygon,
+                                     TPoint<double> & onPath) const;
+    double SquareDistanceToPathOpen(CPathObjectBase const & path, TPoint<double> & onPolygon,
+                                    TPoint<double> & onPath) const;
+    double SquareDistanceToOutline(CPathObjectBase const & path, TPoint<double> & onPolygon,
+                                   TPoint<double> & onPath) const;
+    double SquareDistanceToPolygon(CPolygon const & other, bool thisSolid, bool otherSolid, TPoint<double> & onThis,
+                                   TPoint<double> & onOther, bool firstCall) const;
 
     PathObjects m_Outline;                                        ///< in path order; owned
     PolygonHash m_Holes;                                          ///< owned; they lie inside, so not in the rectangle

@@ -1,0 +1,51 @@
+// Growing and shrinking a polygon. No offset curves: each path object of the outline and of the holes gives the band
+// around its track, and these bands are merged with the polygon or subtracted from it.
+#include <cmath>
+#include <memory>
+
+#include "polygon/merge.h"
+
+namespace geometry
+{
+
+namespace
+{
+
+void AppendBands(CPolygon const & ring, double distance, PolygonVector & bands)
+{
+    bands.reserve(bands.size() + ring.GetOutline().size()); // so that no band is lost on its way in
+    for (CPathObjectBase const* object : ring.GetOutline())
+    {
+        CPolygon* band = object->GetInflatePolygon(distance);
+        CPolygon::AddPolygonToVectorWhenValid(band, bands);
+    }
+}
+
+} // namespace
+
+void CPolygon::GetInflatedPolygon(std::vector<CPolygon*> & result, double amount) const
+{
+    if (amount == 0.0)
+    {
+        PushPolygon(result, std::make_unique<CPolygon>(*this));
+        return;
+    }
+    OwningPolygonVector bands;
+    AppendBands(*this, std::fabs(amount), bands);
+    for (CPolygon const* hole : GetHoles())
+    {
+        AppendBands(*hole, std::fabs(amount), bands);
+    }
+    PolygonRange const range(bands.begin(), bands.end());
+    if (amount < 0.0)
+    {
+        SubtractPolygons(*this, result, range);
+    }
+    else
+    {
+        std::unique_ptr<Clipper> const clipper(CreateClipper());
+        MergePolygonRange(*this, result, range, *clipper);
+    }
+}
+
+} // namespace geometry

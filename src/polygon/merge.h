@@ -1,0 +1,65 @@
+// Uniting polygons: the driver over a range, the core that grows one polygon after another, and what it needs to group
+// polygons and to put holes back.
+#pragma once
+
+#include <list>
+
+#include "polygon/booleans.h"
+
+namespace geometry
+{
+
+/// Element of the grouping: a polygon with those whose rectangles touch its own.
+struct CPolygon::COverlapVectorsHelper
+{
+    explicit COverlapVectorsHelper(CPolygon* p) : polygon(p) {}
+    CBoundingRect<double> const & GetBoundingRect() const { return polygon->GetBoundingRect(); }
+
+    CPolygon* polygon;                            ///< not owned
+    std::vector<COverlapVectorsHelper*> overlaps; ///< itself included
+    bool visited = false;                         ///< its polygon stands in a group
+};
+
+using GroupingHash = CSpatialHashContainer<CPolygon::COverlapVectorsHelper,
+                                           CHashCalculator<CPolygon::COverlapVectorsHelper, CBoundingRect<int>>>;
+
+/// Appends to `groups` the polygons of each connected component of touching rectangles, depth first.
+void CreateOverlapVectors(GroupingHash & hash, std::vector<PolygonVector> & groups);
+
+/// Moves `polygons` into groups that can't meet: their components if they are more than `CPolygon::m_GroupingAmount`,
+/// else one group. `polygons` is empty afterwards.
+std::list<OwningPolygonVector> GroupPolygons(OwningPolygonVector & polygons);
+
+/// Gives each hole to the innermost of `polygons` that contains it, and leaves null in its place. Sorts `polygons`,
+/// small ones first. Holes that fit nowhere stay.
+void AttachHolesToPolygons(PolygonVector & polygons, PolygonVector & holes);
+
+/// Moves the polygons that lie in a hole of another one from `polygons` to `islands`. Sorts `polygons`.
+void SplitOffIslands(PolygonVector & polygons, PolygonVector & islands);
+
+/// What came of a merge, beside its polygons.
+struct MergeOutcome
+{
+    EClipResult code =
+        Clipper::eClipNothingToDo; ///< as the clipper and the holes had it; later ones may cover failures
+    bool mayHaveMissed = false;    ///< a polygon passed over earlier may meet what grew meanwhile
+    bool lostHoles = false;        ///< a hole couldn't be worked out and is gone
+};
+
+/// Unites the polygons of `group`, starting from its last, and appends the merged ones to `result`; `group` is empty
+/// afterwards. Polygons that one passed over before it was swallowed by another aren't offered to that one again.
+MergeOutcome DoMergeCore(PolygonVector & group, PolygonVector & result, Clipper & clipper);
+
+/// The same for pieces whose holes are known not to meet other pieces: merges the outlines, then puts the holes back.
+EClipResult DoMergeCoreRestricted(PolygonVector & group, PolygonVector & result, Clipper & clipper);
+
+/// Empties `result`, deleting, and fills it with the union of `polygon` and all of `range`, beginning with `polygon`.
+/// `eClipFailed` leaves it empty; `eClipNothingToDo` says that no new outline was traced.
+EClipResult MergePolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range,
+                              Clipper & clipper);
+
+/// The same by `DoMergeCoreRestricted`, beginning with the last of `range`.
+EClipResult MergePolygonRangeRestricted(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range,
+                                        Clipper & clipper);
+
+} // namespace geometry
