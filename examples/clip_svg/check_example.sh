@@ -35,7 +35,9 @@ svg '<path d="M-500-500H900V900H-500z"/>' >"$work/all.svg"
 # shellcheck disable=SC2034 # read by name: ${!operation}
 while IFS=$'\t' read -r a b difference intersection xor; do
     [[ "$a" == \#* ]] && continue
-    for operation in difference intersection xor; do
+    # shellcheck disable=SC2034
+    union=$(awk -v i="$intersection" -v x="$xor" 'BEGIN { printf "%.17g", i + x }')
+    for operation in difference intersection xor union; do
         out=$work/$a-$b-$operation.svg
         same "$a $b $operation" "$(area_of "$data/$a.svg" "$data/$b.svg" $operation "$out")" "${!operation}"
         svg "$(grep 'id="result"' "$out")" >"$work/again.svg"
@@ -56,6 +58,7 @@ svg '<path d="M.5-1h1v5h-1z"/><path d="M2.5-1h1v5h-1z"/>' >"$work/columns.svg"
 same "many, difference" "$(area_of "$work/rows.svg" "$work/columns.svg" difference "$work/out.svg")" 4
 same "many, intersection" "$(area_of "$work/rows.svg" "$work/columns.svg" intersection "$work/out.svg")" 4
 same "many, xor" "$(area_of "$work/rows.svg" "$work/columns.svg" xor "$work/out.svg")" 10
+same "many, union" "$(area_of "$work/rows.svg" "$work/columns.svg" union "$work/out.svg")" 14
 
 refused() # text of the message, path element
 {
@@ -81,9 +84,9 @@ refused "command X" '<path d="M0 0 X"/>'
 refused "command 5" '<path d="M0 0 h1v1z 5"/>'
 refused "no <path>" '<path d="M0 0 L 1 1"/>'
 status=0
-"$clip" "$data/disc.svg" "$data/bite.svg" --op union -o "$work/out.svg" 2>"$work/said" || status=$?
-[[ $status -eq 2 ]] || fail "union: status $status"
-grep -q "later release" "$work/said" || fail "union doesn't say when it comes"
+"$clip" "$data/disc.svg" "$data/bite.svg" --op sum -o "$work/out.svg" 2>"$work/said" || status=$?
+[[ $status -eq 2 ]] || fail "sum: status $status"
+grep -q "no such operation: 'sum'" "$work/said" || fail "an unknown operation isn't named"
 
 [[ $failures -eq 0 ]] && echo "the example is as it should be"
 exit $((failures > 0))

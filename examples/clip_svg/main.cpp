@@ -1,16 +1,20 @@
-// clip_svg A.svg B.svg --op difference|intersection|xor -o OUT.svg
+// clip_svg A.svg B.svg --op difference|intersection|xor|union -o OUT.svg
 //
 // Reads the polygons of two pictures, runs one boolean operation on them, writes a picture of it and prints what came
 // out. A picture may hold several polygons. They count as one area, and are taken not to overlap each other:
 //   difference    each polygon of A less every polygon of B
 //   intersection  each polygon of A with each polygon of B
 //   xor           A less B, and B less A
+//   union         all of A and B together
 // Exit status: 0 done, 1 the operation or the writing failed, 2 the input or the command line isn't taken.
 
-#include "svg_reader.h"
-#include "svg_writer.h"
+#include "support/program.h"
+#include "support/svg_reader.h"
+#include "support/svg_writer.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -18,22 +22,8 @@
 namespace
 {
 
-using clip_svg::CPolygons;
 using geometry::CPolygon;
-
-enum EExitStatus
-{
-    eDone = 0,
-    eFailed = 1,
-    eNotTaken = 2
-};
-
-struct CArguments
-{
-    std::vector<std::string> inputs;
-    std::string operation;
-    std::string output;
-};
+using svg::CPolygons;
 
 using COperation = bool (CPolygon::*)(std::vector<CPolygon*> &, CPolygon const &) const;
 
@@ -42,7 +32,7 @@ void Run(COperation operation, CPolygon const & first, CPolygon const & second, 
 {
     SelfDestructingContainer<std::vector<CPolygon*>> pieces;
     if (!(first.*operation)(pieces, second)) throw std::runtime_error("the operation failed");
-    clip_svg::TakeOver(pieces, result);
+    svg::TakeOver(pieces, result);
 }
 
 void AppendDifference(CPolygons const & from, CPolygons const & others, CPolygons & result)
@@ -67,6 +57,21 @@ void AppendDifference(CPolygons const & from, CPolygons const & others, CPolygon
     }
 }
 
+void AppendUnion(CPolygons const & first, CPolygons const & second, CPolygons & result)
+{
+    std::vector<CPolygon const*> polygons;
+    for (CPolygons const* input : {&first, &second})
+    {
+        for (auto const & polygon : *input)
+        {
+            polygons.push_back(polygon.get());
+        }
+    }
+    SelfDestructingContainer<std::vector<CPolygon*>> united;
+    if (!CPolygon::MergePolygons(united, polygons)) throw std::runtime_error("the operation failed");
+    svg::TakeOver(united, result);
+}
+
 CPolygons Clip(std::string const & operation, CPolygons const & first, CPolygons const & second)
 {
     CPolygons result;
@@ -83,6 +88,10 @@ CPolygons Clip(std::string const & operation, CPolygons const & first, CPolygons
         AppendDifference(first, second, result);
         AppendDifference(second, first, result);
     }
+    else if (operation == "union")
+    {
+        AppendUnion(first, second, result);
+    }
     else
     {
         for (auto const & a : first)
@@ -96,74 +105,34 @@ CPolygons Clip(std::string const & operation, CPolygons const & first, CPolygons
     return result;
 }
 
-bool ReadArguments(int count, char** values, CArguments & arguments)
+svg::EExitStatus Main(int count, char** values)
 {
-    for (int index = 1; index < count; ++index)
+    svg::CArguments const arguments = svg::ReadArguments(count, values, {"--op", "-o"});
+    std::string const output = arguments.Get("-o");
+    if (arguments.inputs.size() != 2 || output.empty())
     {
-        std::string const value = values[index];
-        bool const isOption = value == "--op" || value == "-o";
-        if (isOption && index + 1 == count) return false;
-        if (value == "--op")
-        {
-            arguments.operation = values[++index];
-        }
-        else if (value == "-o")
-        {
-            arguments.output = values[++index];
-        }
-        else
-        {
-            arguments.inputs.push_back(value);
-        }
+        std::fputs("usage: clip_svg A.svg B.svg --op difference|intersection|xor|union -o OUT.svg\n", stderr);
+        return svg::eNotTaken;
     }
-    return arguments.inputs.size() == 2 && !arguments.output.empty();
-}
-
-EExitStatus Main(CArguments const & arguments)
-{
-    if (arguments.operation == "union")
+    std::string const operation = arguments.Get("--op");
+    char const* const operations[] = {"difference", "intersection", "xor", "union"};
+    if (std::find(std::begin(operations), std::end(operations), operation) == std::end(operations))
     {
-        std::fputs("union comes with a later release\n", stderr);
-        return eNotTaken;
+        throw svg::CSvgError("no such operation: '" + operation + "'");
     }
-    if (arguments.operation != "difference" && arguments.operation != "intersection" && arguments.operation != "xor")
-    {
-        std::fprintf(stderr, "no such operation: '%s'\n", arguments.operation.c_str());
-        return eNotTaken;
-    }
-    CPolygons const first = clip_svg::ReadSvg(arguments.inputs[0]);
-    CPolygons const second = clip_svg::ReadSvg(arguments.inputs[1]);
-    CPolygons const result = Clip(arguments.operation, first, second);
-    if (!clip_svg::WriteSvg(arguments.output, first, second, result))
-    {
-        std::fprintf(stderr, "%s: can't be written\n", arguments.output.c_str());
-        return eFailed;
-    }
-    clip_svg::CSummary const summary = clip_svg::Summarize(result);
+    CPolygons const first = svg::ReadSvg(arguments.inputs[0]);
+    CPolygons const second = svg::ReadSvg(arguments.inputs[1]);
+    CPolygons const result = Clip(operation, first, second);
+    svg::WriteSvg(output, {{first, svg::FirstInput}, {second, svg::SecondInput}, {result, svg::Result}});
+    svg::CSummary const summary = svg::Summarize(result);
     std::printf("rings %zu  holes %zu  segments %zu  arcs %zu  area %.15g\n", summary.rings, summary.holes,
                 summary.segments, summary.arcs, summary.area);
-    return eDone;
+    return svg::eDone;
 }
 
 } // namespace
 
 int main(int count, char** values)
 {
-    try
-    {
-        CArguments arguments;
-        if (ReadArguments(count, values, arguments)) return Main(arguments);
-        std::fputs("usage: clip_svg A.svg B.svg --op difference|intersection|xor -o OUT.svg\n", stderr);
-        return eNotTaken;
-    }
-    catch (clip_svg::CSvgError const & error)
-    {
-        std::fprintf(stderr, "%s\n", error.what());
-        return eNotTaken;
-    }
-    catch (std::exception const & error)
-    {
-        std::fprintf(stderr, "clip_svg: %s\n", error.what());
-        return eFailed;
-    }
+    return svg::Guarded("clip_svg", Main, count, values);
 }

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <pugixml.hpp>
 
-namespace clip_svg
+namespace svg
 {
 namespace
 {
@@ -149,4 +149,4 @@ void TakeOver(std::vector<geometry::CPolygon*> & source, CPolygons & target)
     source.clear();
 }
 
-} // namespace clip_svg
+} // namespace svg

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace clip_svg
+namespace svg
 {
 
 using CPolygons = std::vector<std::unique_ptr<geometry::CPolygon>>;
@@ -27,4 +27,4 @@ CPolygons ReadSvg(std::string const & file);
 /// Takes over what an operation of the library has handed out and leaves `source` empty.
 void TakeOver(std::vector<geometry::CPolygon*> & source, CPolygons & target);
 
-} // namespace clip_svg
+} // namespace svg

@@ -9,7 +9,7 @@
 #include <cmath>
 #include <limits>
 
-namespace clip_svg
+namespace svg
 {
 namespace
 {
@@ -237,4 +237,4 @@ std::vector<COutline> ReadPathData(std::string_view data)
     return CPathDataReader(data).Read();
 }
 
-} // namespace clip_svg
+} // namespace svg

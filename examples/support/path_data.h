@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace clip_svg
+namespace svg
 {
 
 using CPoint = geometry::TPoint<double>;
@@ -44,4 +44,4 @@ struct CPathDataError : std::runtime_error
 /// no area (fewer than three segments, no arc) is left out. Throws CPathDataError.
 std::vector<COutline> ReadPathData(std::string_view data);
 
-} // namespace clip_svg
+} // namespace svg

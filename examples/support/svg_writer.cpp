@@ -6,7 +6,7 @@
 #include <charconv>
 #include <fstream>
 
-namespace clip_svg
+namespace svg
 {
 namespace
 {
@@ -113,12 +113,16 @@ CSummary Summarize(CPolygons const & polygons)
     return summary;
 }
 
-bool WriteSvg(std::string const & file, CPolygons const & first, CPolygons const & second, CPolygons const & result)
+char const* const FirstInput = "fill=\"#4a7ab0\" fill-opacity=\"0.15\" stroke=\"#4a7ab0\"";
+char const* const SecondInput = "fill=\"#c05a3c\" fill-opacity=\"0.12\" stroke=\"#c05a3c\"";
+char const* const Result = "id=\"result\" fill=\"#2f6f4f\" fill-opacity=\"0.8\" stroke=\"#163\"";
+
+void WriteSvg(std::string const & file, std::vector<CLayer> const & layers)
 {
     geometry::CBoundingRect<double> box;
-    for (CPolygons const* polygons : {&first, &second})
+    for (CLayer const & layer : layers)
     {
-        for (auto const & polygon : *polygons)
+        for (auto const & polygon : layer.polygons)
         {
             box.Include(polygon->GetBoundingRect());
         }
@@ -126,18 +130,19 @@ bool WriteSvg(std::string const & file, CPolygons const & first, CPolygons const
     double const width = box.maxX - box.minX;
     double const height = box.maxY - box.minY;
     double const margin = 0.04 * (width + height);
-    std::string const line = "stroke-width=\"" + Number(0.002 * (width + height)) + "\"";
+    std::string const line = " stroke-width=\"" + Number(0.002 * (width + height)) + "\"";
 
     std::ofstream out(file);
     out << "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"" << Number(box.minX - margin) << ' '
         << Number(box.minY - margin) << ' ' << Number(width + 2.0 * margin) << ' ' << Number(height + 2.0 * margin)
-        << "\">\n"
-        << PathElement(first, "fill=\"#4a7ab0\" fill-opacity=\"0.15\" stroke=\"#4a7ab0\" " + line)
-        << PathElement(second, "fill=\"#c05a3c\" fill-opacity=\"0.12\" stroke=\"#c05a3c\" " + line)
-        << PathElement(result, "id=\"result\" fill=\"#2f6f4f\" fill-opacity=\"0.8\" stroke=\"#163\" " + line)
-        << "</svg>\n";
+        << "\">\n";
+    for (CLayer const & layer : layers)
+    {
+        out << PathElement(layer.polygons, layer.attributes + line);
+    }
+    out << "</svg>\n";
     out.close();
-    return static_cast<bool>(out);
+    if (!out) throw std::runtime_error(file + ": can't be written");
 }
 
-} // namespace clip_svg
+} // namespace svg
