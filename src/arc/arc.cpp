@@ -84,7 +84,7 @@ CPathObjectArc const & CPathObjectArc::operator=(CPathObjectArc const & other)
         CPathObjectBase::operator=(other);
         m_Radius = other.m_Radius;
         m_Direction = other.m_Direction;
-        m_ArcPoints.clear();
+        m_ArcPoints.Clear();
     }
     return *this;
 }
@@ -96,7 +96,7 @@ void CPathObjectArc::SetArc(TPoint<double> const & start, TPoint<double> const &
     m_Radius = 0.0 >= radius ? CalculateArcRadius(points[eStart], points[eEnd], points[eCentre]) : radius;
     m_Points.swap(points);
     CPathObjectArc::RecalculateBoundingRect();
-    m_ArcPoints.clear();
+    m_ArcPoints.Clear();
 }
 
 void CPathObjectArc::SetArc(TPoint<double> const & start, TPoint<double> const & end, TPoint<double> const & centre,
@@ -107,7 +107,7 @@ void CPathObjectArc::SetArc(TPoint<double> const & start, TPoint<double> const &
     points[eMidPoint] =
         CalculateArcMidPoint(MakeSweep(points[eStart], points[eEnd], points[eCentre], counterClockwise, m_Radius));
     m_Points.swap(points);
-    m_ArcPoints.clear();
+    m_ArcPoints.Clear();
     m_Direction = counterClockwise ? eDirectionCounterClockwise : eDirectionClockwise;
     CPathObjectArc::RecalculateBoundingRect();
 }
@@ -178,9 +178,9 @@ bool CPathObjectArc::Accept(CPathObjectVisitor & visitor)
 // The polygon start, mid-point, end, centre has the sense of the sweep, whatever its size: its area gives the direction.
 EArcDirection CPathObjectArc::GetDirection() const
 {
-    if (m_Direction != eDirectionUnknown || !IsValid())
+    if (EArcDirection const known = m_Direction; known != eDirectionUnknown || !IsValid())
     {
-        return m_Direction == eDirectionCounterClockwise ? eDirectionCounterClockwise : eDirectionClockwise;
+        return known == eDirectionCounterClockwise ? eDirectionCounterClockwise : eDirectionClockwise;
     }
     std::size_t const order[] = {eStart, eMidPoint, eEnd, eCentre};
     double sum = 0.0;
@@ -225,11 +225,11 @@ void CPathObjectArc::Reverse()
     {
         std::swap(m_Points[eStart], m_Points[eEnd]);
     }
-    if (m_Direction != eDirectionUnknown)
+    if (EArcDirection const known = m_Direction; known != eDirectionUnknown)
     {
-        m_Direction = m_Direction == eDirectionClockwise ? eDirectionCounterClockwise : eDirectionClockwise;
+        m_Direction = known == eDirectionClockwise ? eDirectionCounterClockwise : eDirectionClockwise;
     }
-    m_ArcPoints.clear();
+    m_ArcPoints.Clear();
 }
 
 void CPathObjectArc::Cleanup(bool) {}
@@ -249,7 +249,7 @@ void CPathObjectArc::RecalculateBoundingRect()
 
 void CPathObjectArc::DoPostTransformActions()
 {
-    m_ArcPoints.clear();
+    m_ArcPoints.Clear();
     if (IsValid())
     {
         if (m_Points[eStart] != m_Points[eEnd])

@@ -4,6 +4,7 @@
 // mirroring; those within the sweep are selected as one stretch of the ring; the exact ends are put in front and behind.
 #include <algorithm>
 #include <cstddef>
+#include <memory>
 
 #include <geometry/arc/path_object_arc.h>
 
@@ -151,24 +152,29 @@ std::vector<TPoint<double>> BuildArcPoints(Sweep const & sweep)
 
 CPathObjectBase::Points const & CPathObjectArc::GetArcPoints() const
 {
-    if (m_ArcPoints.empty() && IsValid())
+    if (Points const* present = m_ArcPoints.Get())
     {
-        Points points;
-        if (IsDegenerate())
-        {
-            points = {GetStartPoint(), GetEndPoint()};
-        }
-        else
-        {
-            points = BuildArcPoints(SweepOf(*this));
-            if (!IsCounterClockwise())
-            {
-                std::reverse(points.begin(), points.end());
-            }
-        }
-        m_ArcPoints.swap(points);
+        return *present;
     }
-    return m_ArcPoints;
+    static Points const none;
+    if (!IsValid())
+    {
+        return none;
+    }
+    auto points = std::make_unique<Points>();
+    if (IsDegenerate())
+    {
+        *points = {GetStartPoint(), GetEndPoint()};
+    }
+    else
+    {
+        *points = BuildArcPoints(SweepOf(*this));
+        if (!IsCounterClockwise())
+        {
+            std::reverse(points->begin(), points->end());
+        }
+    }
+    return m_ArcPoints.Set(std::move(points));
 }
 
 CPathObjectBase::PointIterator CPathObjectArc::GetPointsBegin() const

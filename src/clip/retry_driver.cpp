@@ -7,6 +7,7 @@
 
 #include <geometry/clip/polygon_clip_base.h>
 
+#include "clip/gave_up_count.h"
 #include "polygon/polygon_tools.h"
 
 namespace geometry
@@ -131,6 +132,11 @@ template <typename T>
 unsigned long long CPolygonClipBase<T>::GetGaveUpCount()
 {
     return gaveUpCount;
+}
+
+void AddToGaveUpCount(unsigned long long count)
+{
+    gaveUpCount += count;
 }
 
 template class CPolygonClipBase<double>;

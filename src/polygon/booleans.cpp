@@ -7,6 +7,8 @@
 
 #include <geometry/thread/thread.h>
 
+#include "polygon/subtract_tiles.h"
+
 namespace geometry
 {
 
@@ -299,13 +301,17 @@ bool SubtractPolygons(CPolygon const & polygon, PolygonVector & result, PolygonR
     return CPolygonInternals::SubtractPolygonsCore(polygon, result, range);
 }
 
-bool CPolygon::SubtractPolygonsCore(std::vector<CPolygon*> & result,
-                                    std::vector<CPolygon const*> const & polygons) const
+bool CPolygon::SubtractPolygonsCore(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons,
+                                    unsigned int workers) const
 {
     std::unique_ptr<Clipper> const clipper(CreateClipper());
     if (this_thread::cancellation_requested())
     {
         return false;
+    }
+    if (polygons.size() >= m_GroupingAmount)
+    {
+        return SubtractInTiles(*this, result, polygons, *clipper, workers);
     }
     PushPolygon(result, std::make_unique<CPolygon>(*this));
     return SubtractPolygonRange(result, polygons, *clipper) != Clipper::eClipFailed;

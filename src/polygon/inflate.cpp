@@ -39,7 +39,7 @@ void CPolygon::GetInflatedPolygon(std::vector<CPolygon*> & result, double amount
     PolygonRange const range(bands.begin(), bands.end());
     if (amount < 0.0)
     {
-        SubtractPolygons(*this, result, range);
+        geometry::SubtractPolygons(*this, result, range);
     }
     else
     {

@@ -376,6 +376,21 @@ MergeOutcome DoMergeCore(PolygonVector & group, PolygonVector & result, Clipper 
     return CMerger(group, result, clipper).Run();
 }
 
+MergeOutcome MergeCompletely(PolygonVector & group, PolygonVector & result, Clipper & clipper)
+{
+    MergeOutcome total;
+    for (bool isDone = false; !isDone;)
+    {
+        std::size_t const count = group.size();
+        OwningPolygonVector merged;
+        MergeOutcome const outcome = DoMergeCore(group, merged, clipper);
+        isDone = !outcome.mayHaveMissed || merged.size() >= count;
+        AppendPolygons(isDone ? result : group, merged);
+        total = MergeOutcome{outcome.code, !isDone || outcome.mayHaveMissed, total.lostHoles || outcome.lostHoles};
+    }
+    return total;
+}
+
 EClipResult DoMergeCoreRestricted(PolygonVector & group, PolygonVector & result, Clipper & clipper)
 {
     OwningPolygonVector islands;
@@ -385,7 +400,7 @@ EClipResult DoMergeCoreRestricted(PolygonVector & group, PolygonVector & result,
     {
         CPolygonInternals::TakeHoles(*polygon, holes);
     }
-    DoMergeCore(group, result, clipper);
+    MergeCompletely(group, result, clipper);
     AttachHolesToPolygons(result, holes);
     AppendPolygons(result, islands);
     return Clipper::eClipNothingToDo;

@@ -50,7 +50,10 @@ struct MergeOutcome
 /// afterwards. Polygons that one passed over before it was swallowed by another aren't offered to that one again.
 MergeOutcome DoMergeCore(PolygonVector & group, PolygonVector & result, Clipper & clipper);
 
-/// The same for pieces whose holes are known not to meet other pieces: merges the outlines, then puts the holes back.
+/// `DoMergeCore`, again and again until nothing is missed.
+MergeOutcome MergeCompletely(PolygonVector & polygons, PolygonVector & result, Clipper & clipper);
+
+/// Merges pieces whose holes are known not to meet other pieces: merges the outlines, then puts the holes back.
 EClipResult DoMergeCoreRestricted(PolygonVector & group, PolygonVector & result, Clipper & clipper);
 
 /// Empties `result`, deleting, and fills it with the union of `polygon` and all of `range`, beginning with `polygon`.

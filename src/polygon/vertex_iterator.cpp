@@ -165,9 +165,9 @@ bool HasArc(CPolygon::PathObjects const & outline)
 
 CPolygon::EPolygonWinding CPolygon::GetWindingDirection() const
 {
-    if (m_WindingDirection != eWindingUnknown || m_Outline.empty())
+    if (EPolygonWinding const known = m_WindingDirection; known != eWindingUnknown || m_Outline.empty())
     {
-        return m_WindingDirection;
+        return known;
     }
     CPathObjectBase::Points points;
     for (CPathObjectBase const* object : m_Outline)
@@ -182,25 +182,23 @@ CPolygon::EPolygonWinding CPolygon::GetWindingDirection() const
         TPoint<double> const & before = i == 0 ? points.back() : points[i - 1];
         sum = (p.y * before.x + sum) - p.x * before.y;
     }
-    m_WindingDirection = sum < 0.0 ? eWindingNegative : eWindingPositive;
-    if (HasArc(m_Outline))
-    {
-        CorrectWindingOfLongArcs();
-    }
+    EPolygonWinding const winding = sum < 0.0 ? eWindingNegative : eWindingPositive;
+    m_WindingDirection = HasArc(m_Outline) ? CorrectWindingOfLongArcs(winding) : winding;
     return m_WindingDirection;
 }
 
 /// Three points stand for an arc: where long arcs run past each other the polygon of such points can cross itself and
 /// wind the wrong way. A true area that is clearly not zero decides.
-void CPolygon::CorrectWindingOfLongArcs() const
+CPolygon::EPolygonWinding CPolygon::CorrectWindingOfLongArcs(EPolygonWinding winding) const
 {
     double const area = SignedOutlineArea(m_Outline);
     double const boundingArea =
         (m_BoundingRect.maxX - m_BoundingRect.minX) * (m_BoundingRect.maxY - m_BoundingRect.minY);
-    if (std::fabs(area) > clearPartOfArea * boundingArea)
+    if (!(std::fabs(area) > clearPartOfArea * boundingArea))
     {
-        m_WindingDirection = area < 0.0 ? eWindingNegative : eWindingPositive;
+        return winding;
     }
+    return area < 0.0 ? eWindingNegative : eWindingPositive;
 }
 
 CPolygon::EPolygonWinding CPolygon::ReverseWindingDirection()

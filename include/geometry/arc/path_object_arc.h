@@ -2,6 +2,7 @@
 /// The path object that runs along a circle.
 #pragma once
 
+#include <geometry/numeric/lazy_cache.h>
 #include <geometry/path/path_object_base.h>
 
 namespace geometry
@@ -21,7 +22,7 @@ enum EArcDirection : std::int32_t
 /// Below the level of this class every kernel takes an arc as a counter-clockwise sweep from `A` to `B`: start and end
 /// of a counter-clockwise arc, end and start of a clockwise one.
 ///
-/// Threads: direction and chord cache are filled by const operations on first use.
+/// Threads: const operations may run in parallel on one arc.
 class GEOMETRY_EXPORT CPathObjectArc : public CPathObjectBase
 {
 public:
@@ -133,7 +134,7 @@ public:
     /// The points within `distance` (coordinate units) of the track: a ring sector with round ends, made of arcs. A
     /// full circle gives a ring, and a disc if `distance` reaches its centre. An arc and its reverse give the same.
     /// Owner: caller. Null: `distance` isn't greater than 0, the arc isn't set, or a union or subtraction fails.
-    /// Threads: touches nothing shared, but derives the direction on first use.
+    /// Threads: touches nothing shared.
     CPolygon* GetInflatePolygon(double const & distance) const override;
 
     // --- numeric state ---
@@ -151,8 +152,8 @@ private:
     Points const & GetArcPoints() const;
 
     double m_Radius = -1.0;
-    mutable Points m_ArcPoints; ///< chord approximation from start to end; empty until asked for
-    mutable EArcDirection m_Direction = eDirectionUnknown;
+    TLazyObject<Points> m_ArcPoints; ///< chord approximation from start to end; none until asked for
+    mutable TLazyValue<EArcDirection> m_Direction = eDirectionUnknown;
 };
 
 } // namespace geometry

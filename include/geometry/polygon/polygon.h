@@ -6,6 +6,7 @@
 
 #include <geometry/clip/spatial_hash_container.h>
 #include <geometry/numeric/bounding_rect.h>
+#include <geometry/numeric/lazy_cache.h>
 #include <geometry/path/path_object_base.h>
 
 namespace geometry
@@ -19,8 +20,7 @@ class CPolygonClipBase;
 /// Ownership: a polygon owns its path objects and its holes. A vector of `CPolygon*` that an operation fills belongs
 /// to the caller, element by element. Failure: geometry never throws; an empty outline is the mark of a polygon that
 /// came to nothing. Allocation exceptions pass through and leave everything destructible.
-/// Threads: const operations may run in parallel on one polygon, except that the first question for the winding fills
-/// a cache, and so do arcs (`CPathObjectArc`); operations on different polygons are independent.
+/// Threads: const operations may run in parallel on one polygon; operations on different polygons are independent.
 /// Coordinates: doubles in the caller's unit, within the range of a 32-bit integer.
 class GEOMETRY_EXPORT CPolygon
 {
@@ -46,7 +46,8 @@ public:
     {
     };
 
-    /// Above this number of polygons a merge first groups those whose rectangles reach each other.
+    /// Above this number of polygons a merge first groups those whose rectangles reach each other, and from it on a
+    /// subtraction works in tiles, on several threads. Read without protection: set it before threads use the library.
     static unsigned int m_GroupingAmount;
 
     // --- construction and content: src/polygon/polygon.cpp ---
@@ -163,6 +164,45 @@ public:
     double SquareDistanceToPolygon(CPolygon const & other, bool thisSolid, bool otherSolid, TPoint<double> & onThis,
                                    TPoint<double> & onOther) const;
 
+    // --- subtracting many: src/polygon/subtract_tiles.cpp ---
+
+    /// This polygon minus all of `polygons` (not owned; null and empty ones are passed over), as new polygons that the
+    /// caller owns: what `result` held is deleted. Nothing to subtract gives a copy.
+    /// From `m_GroupingAmount` polygons on the plane is cut into tiles, which `workers` threads of the library treat, 0
+    /// meaning one a processor; 1 does all on the calling thread. The result is the same, bit for bit, with any number
+    /// of them. All polygons, this one too, are read by the workers at the same time: they must not change meanwhile, and
+    /// `Clone` and `CloneForMerge` of their user info must allow calls from several threads at once.
+    /// Cancellation: a request to stop the calling `thread` stops the workers, and all have ended when this returns.
+    /// The request stays pending then, also if cancellation is disabled.
+    /// False leaves `result` empty: asked to stop, or the polygons reach so far that their tiles can't be told apart.
+    /// Exceptions: of allocations, also on a worker, `thread_resource_error` and `mutex_resource_error`; no worker runs
+    /// any more then, and `result` is as it was.
+    bool SubtractPolygons(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons,
+                          unsigned int workers = 0) const;
+
+    // --- sorting: src/polygon/sorting.cpp ---
+
+    /// Brings loose path objects into the order of one outline: the chain begins with the last of them, and each goes
+    /// on where the one before ends, reversed if need be. At a branch the one that stands first is taken. True if all
+    /// of them form one chain; whether it closes is asked only of a single object. Else, and with a null among them,
+    /// ALL are deleted, `objects` is empty and the answer is false.
+    static bool SortPathObjectsForProperPolygonCreation(std::vector<CPathObjectBase*> & objects);
+    /// Tells which of a heap of polygons that don't cross each other are outlines and which lie in one as its holes;
+    /// what lies in a hole is an outline, however deep. Larger ones come first. `outlines` and `holes` are emptied
+    /// first WITHOUT deleting anything, and then own all of `polygons`, which is left empty (null ones are passed
+    /// over). The holes that the polygons have aren't looked at, and none is attached to anything.
+    static void SplitPolygonsInOutlinesAndHoles(std::vector<CPolygon*> & polygons, std::vector<CPolygon*> & outlines,
+                                                std::vector<CPolygon*> & holes);
+
+    // --- tiling: src/polygon/tiling.cpp ---
+
+    /// Cuts the polygon along a grid of squares with the side `n` * 2000000 coordinate units, which begins at the
+    /// lower left corner of its rectangle. New polygons that the caller owns go to `result`, which is emptied first
+    /// WITHOUT deleting anything: column by column from the left, each from the bottom. The area of a tile that can't
+    /// be cut is missing. No result is an empty one: without an outline, with an `n` of 0 or above 2147, and where the
+    /// grid has more than 2148 columns or rows, or squares too small for the coordinates to tell apart.
+    void TilePolygon(unsigned int n, std::vector<CPolygon*> & result) const;
+
     // --- holes: src/polygon/holes.cpp ---
 
     /// Adds a copy of the outline of `hole` (not kept; null is allowed and does nothing) to the holes. Holes that it
@@ -191,14 +231,15 @@ private:
     void DeleteHoles();
 
     EPolygonWinding GetWindingDirection() const;
-    void CorrectWindingOfLongArcs() const;
+    EPolygonWinding CorrectWindingOfLongArcs(EPolygonWinding winding) const;
     EPolygonWinding ReverseWindingDirection();
     void SetCorrectHoleWinding(CPolygon & hole) const;
     void BuildPolygonOutlineCache(PathObjectHash & container) const;
 
     bool HandleSubtractResultPolygons(std::vector<CPolygon*> & result, std::vector<CPolygon*> const & pieces,
                                       CPolygon const & clip, CPolygonClipBase<double>* clipper) const;
-    bool SubtractPolygonsCore(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons) const;
+    bool SubtractPolygonsCore(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons,
+                              unsigned int workers = 0) const;
 
     double SquareDistanceToPathSolid(CPathObjectBase const & path, TPoint<double> & onPolygon,
                                      TPoint<double> & onPath) const;
@@ -209,11 +250,12 @@ private:
     double SquareDistanceToPolygon(CPolygon const & other, bool thisSolid, bool otherSolid, TPoint<double> & onThis,
                                    TPoint<double> & onOther, bool firstCall) const;
 
-    PathObjects m_Outline;                                        ///< in path order; owned
-    PolygonHash m_Holes;                                          ///< owned; they lie inside, so not in the rectangle
-    mutable EPolygonWinding m_WindingDirection = eWindingUnknown; ///< 0 or the true winding: `GetWindingDirection`
-    CBoundingRect<double> m_BoundingRect;                         ///< union of the rectangles of the outline's objects
-    PathObjectHash m_OutlineCache;                                ///< empty or pieces of the present outline; owned
+    PathObjects m_Outline; ///< in path order; owned
+    PolygonHash m_Holes;   ///< owned; they lie inside, so not in the rectangle
+    mutable TLazyValue<EPolygonWinding> m_WindingDirection =
+        eWindingUnknown;                  ///< 0 or the true one: `GetWindingDirection`
+    CBoundingRect<double> m_BoundingRect; ///< union of the rectangles of the outline's objects
+    PathObjectHash m_OutlineCache;        ///< empty or pieces of the present outline; owned
 };
 
 } // namespace geometry

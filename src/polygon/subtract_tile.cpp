@@ -1,0 +1,100 @@
+// A tile takes its part of the subject, unites what is to be subtracted there and subtracts it.
+//
+//   |<--------- search rectangle ---------->|   Neighbouring work rectangles overlap, so that the closing merge joins
+//   |    |<------ work rectangle ------>|   |   areas that overlap rather than touch. What is subtracted reaches
+//   |    |   |<-- cut rectangle -->|    |   |   beyond the work rectangle: its edges stay clear of that one's.
+#include "polygon/subtract_tile.h"
+
+#include <geometry/path/path_object_polyline.h>
+
+#include "polygon/merge.h"
+
+namespace geometry
+{
+
+namespace
+{
+
+constexpr double CutMargin = 0.1;    // around the cell
+constexpr double WorkMargin = 0.2;   // around the cut rectangle
+constexpr double SearchMargin = 2.0; // around the work rectangle
+
+std::unique_ptr<CPolygon> MakeRectangle(CBoundingRect<double> const & rect)
+{
+    auto outline = std::make_unique<CPathObjectPolyline>();
+    outline->AddVertex(rect.minX, rect.minY);
+    outline->AddVertex(rect.maxX, rect.minY);
+    outline->AddVertex(rect.maxX, rect.maxY);
+    outline->AddVertex(rect.minX, rect.maxY);
+    outline->AddVertex(rect.minX, rect.minY);
+    auto polygon = std::make_unique<CPolygon>(outline.get());
+    if (!polygon->GetOutline().empty())
+    {
+        outline.release();
+    }
+    return polygon;
+}
+
+} // namespace
+
+CSubtractTile::CSubtractTile(CBoundingRect<double> cell)
+{
+    cell.Inflate(CutMargin);
+    m_CutRect = MakeRectangle(cell);
+    cell.Inflate(WorkMargin);
+    m_WorkRect = MakeRectangle(cell);
+    cell.Inflate(SearchMargin);
+    m_SearchRect = MakeRectangle(cell);
+}
+
+void CSubtractTile::Process(CPolygon const & subject, CPolygon::PolygonHash const & cutters, Clipper & clipper)
+{
+    if (!Subtract(subject, cutters, clipper))
+    {
+        // the area stays with the subject, as if nothing was to subtract here
+        m_CutRect.reset();
+        m_WorkRect.reset();
+        m_SearchRect.reset();
+        DeletePolygons(m_Pieces);
+    }
+    SplitOffIslands(m_Pieces, m_Islands);
+}
+
+bool CSubtractTile::Subtract(CPolygon const & subject, CPolygon::PolygonHash const & cutters, Clipper & clipper)
+{
+    std::vector<CPolygon*> near;
+    cutters.GetObjectsInRect(m_SearchRect->GetBoundingRect(), near);
+    if (near.empty())
+    {
+        return false;
+    }
+    subject.IntersectPolygon(m_Pieces, *m_WorkRect);
+    if (m_Pieces.empty())
+    {
+        return false;
+    }
+    // holes are subtracted like everything else
+    OwningPolygonVector cut;
+    for (CPolygon* piece : m_Pieces)
+    {
+        CPolygonInternals::TakeHoles(*piece, cut);
+    }
+    for (CPolygon const* cutter : near)
+    {
+        OwningPolygonVector parts;
+        m_SearchRect->IntersectPolygon(parts, *cutter);
+        cut.insert(cut.begin(), parts.begin(), parts.end());
+        parts.clear();
+    }
+    if (cut.size() < 2)
+    {
+        return !cut.empty() &&
+               SubtractPolygonRange(m_Pieces, PolygonRange(cut.begin(), cut.end()), clipper) != Clipper::eClipFailed;
+    }
+    OwningPolygonVector merged;
+    EClipResult const r = MergePolygonRange(*cut[0], merged, PolygonRange(cut.begin() + 1, cut.end()), clipper);
+    return r != Clipper::eClipFailed &&
+           SubtractPolygonRange(m_Pieces, PolygonRange(merged.begin(), merged.end()), clipper) != Clipper::eClipFailed;
+}
+
+} // namespace geometry

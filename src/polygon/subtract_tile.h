@@ -1,0 +1,28 @@
+// One tile of a large subtraction.
+#pragma once
+
+#include "polygon/booleans.h"
+
+namespace geometry
+{
+
+/// One unit of work. Whoever has taken it from the queue is alone with it until all have ended.
+class CSubtractTile
+{
+public:
+    explicit CSubtractTile(CBoundingRect<double> cell);
+
+    void Process(CPolygon const & subject, CPolygon::PolygonHash const & cutters, Clipper & clipper);
+
+    std::unique_ptr<CPolygon> m_CutRect; ///< then: what the result replaces in the subject; null if given up
+    OwningPolygonVector m_Pieces;        ///< the result
+    OwningPolygonVector m_Islands;       ///< those of the result that lie in a hole of another
+
+private:
+    bool Subtract(CPolygon const & subject, CPolygon::PolygonHash const & cutters, Clipper & clipper);
+
+    std::unique_ptr<CPolygon> m_WorkRect;   ///< the part of the subject that is treated
+    std::unique_ptr<CPolygon> m_SearchRect; ///< where polygons to subtract are looked for, and to which they are cut
+};
+
+} // namespace geometry

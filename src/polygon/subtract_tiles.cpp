@@ -1,0 +1,373 @@
+// A large subtraction costs least where little meets little. Each tile takes its part of the subject, unites what is to
+// be subtracted there and subtracts it; then the area of the treated tiles is cut out of the subject and replaced by
+// what they came to. The tiles are independent, so any number of threads can work on them, and they are joined in their
+// own order, so that the result doesn't tell who did what.
+#include "polygon/subtract_tiles.h"
+
+#include <algorithm>
+#include <deque>
+#include <exception>
+#include <iterator>
+
+#include <geometry/thread/thread.h>
+
+#include "clip/gave_up_count.h"
+#include "polygon/merge.h"
+#include "polygon/subtract_tile.h"
+#include "thread/join_all.h"
+#include "thread/mutex.h"
+
+namespace geometry
+{
+
+namespace
+{
+
+constexpr double TileSide = 24000000.0;
+constexpr std::size_t MaxTileCount = 1U << 16; // twice those of all coordinates of 32 bits
+
+// --- the grid ---
+
+using Tiles = std::deque<CSubtractTile>; // its elements never move
+
+/// The tile borders along one axis, the last one at `last`. Empty if there is nothing between the two or the tiles have
+/// no end: steps are lost in rounding, or there are too many.
+std::vector<double> TileBorders(double first, double last)
+{
+    std::vector<double> borders;
+    for (double at = first; at < last; at += TileSide)
+    {
+        if (borders.size() > MaxTileCount || !(at + TileSide > at))
+        {
+            return {};
+        }
+        borders.push_back(at);
+    }
+    if (!borders.empty())
+    {
+        borders.push_back(last);
+    }
+    return borders;
+}
+
+/// Columns from left to right, each from bottom to top. False if they have no end.
+bool MakeTiles(CBoundingRect<double> const & bounds, Tiles & tiles)
+{
+    bool const hasExtent = bounds.minX < bounds.maxX && bounds.minY < bounds.maxY;
+    std::vector<double> const x = TileBorders(bounds.minX, bounds.maxX);
+    std::vector<double> const y = TileBorders(bounds.minY, bounds.maxY);
+    if (hasExtent && (x.empty() || y.empty() || (x.size() - 1) * (y.size() - 1) > MaxTileCount))
+    {
+        return false;
+    }
+    for (std::size_t column = 1; hasExtent && column < x.size(); ++column)
+    {
+        for (std::size_t row = 1; row < y.size(); ++row)
+        {
+            tiles.emplace_back(CBoundingRect<double>(x[column - 1], y[row - 1], x[column], y[row]));
+        }
+    }
+    return true;
+}
+
+// --- the workers ---
+
+/// What the workers of one call share.
+struct TTileQueue
+{
+    TTileQueue(Tiles & tiles, CPolygon const & s, CPolygon::PolygonHash const & c)
+        : cursor(tiles.begin()), end(tiles.end()), subject(s), cutters(c)
+    {
+    }
+
+    mutex guard;            ///< of the four that follow
+    Tiles::iterator cursor; ///< the next tile to take
+    Tiles::iterator end;
+    std::exception_ptr failure;         ///< the first exception of a worker
+    unsigned long long gaveUpCount = 0; ///< of the workers that have ended
+    CPolygon const & subject;
+    CPolygon::PolygonHash const & cutters;
+};
+
+/// Reports on every way out what the calling worker counted.
+struct TGaveUpReport
+{
+    explicit TGaveUpReport(TTileQueue & q) : queue(q) {}
+    TGaveUpReport(TGaveUpReport const &) = delete;
+    TGaveUpReport & operator=(TGaveUpReport const &) = delete;
+    ~TGaveUpReport()
+    {
+        mutex_guard const lock(queue.guard);
+        queue.gaveUpCount += Clipper::GetGaveUpCount();
+    }
+
+    TTileQueue & queue;
+};
+
+void ProcessTile(CSubtractTile & tile, CPolygon const & subject, CPolygon::PolygonHash const & cutters)
+{
+    this_thread::cancellation_point();
+    std::unique_ptr<Clipper> const clipper(CreateClipper());
+    tile.Process(subject, cutters, *clipper);
+}
+
+/// Takes tile after tile. An exception other than a cancellation ends the work of all and waits for the caller.
+void RunWorker(TTileQueue & queue)
+{
+    TGaveUpReport const report(queue);
+    try
+    {
+        for (;;)
+        {
+            CSubtractTile* tile = nullptr;
+            {
+                mutex_guard const lock(queue.guard);
+                if (queue.cursor == queue.end)
+                {
+                    return;
+                }
+                tile = &*queue.cursor++;
+            }
+            ProcessTile(*tile, queue.subject, queue.cutters);
+        }
+    }
+    catch (thread_canceled const &)
+    {
+        throw;
+    }
+    catch (...)
+    {
+        mutex_guard const lock(queue.guard);
+        queue.cursor = queue.end;
+        queue.failure = queue.failure ? queue.failure : std::current_exception();
+    }
+}
+
+/// Starts all workers, or, if one can't be started, stops those that run and waits for them.
+std::vector<thread*> StartWorkers(unsigned int count, TTileQueue & queue)
+{
+    std::vector<thread*> threads;
+    threads.reserve(count);
+    try
+    {
+        while (threads.size() < count)
+        {
+            threads.push_back(new thread([&queue] { RunWorker(queue); }));
+        }
+    }
+    catch (...)
+    {
+        for (thread* started : threads)
+        {
+            started->cancel();
+        }
+        this_thread::disable_cancellation const uninterrupted;
+        JoinAll(threads);
+        throw;
+    }
+    return threads;
+}
+
+/// Works on all tiles. Fails: `thread_canceled` if the calling thread is asked to stop; no worker runs any more then.
+void RunSubtractTiles(unsigned int workers, Tiles & tiles, CPolygon const & subject,
+                      CPolygon::PolygonHash const & cutters)
+{
+    if (workers < 2)
+    {
+        for (CSubtractTile & tile : tiles)
+        {
+            ProcessTile(tile, subject, cutters);
+        }
+        return;
+    }
+    if (tiles.empty())
+    {
+        return;
+    }
+    TTileQueue queue(tiles, subject, cutters);
+    std::vector<thread*> threads = StartWorkers(workers, queue);
+    try
+    {
+        JoinAll(threads);
+    }
+    catch (thread_canceled const &)
+    {
+        AddToGaveUpCount(queue.gaveUpCount);
+        throw;
+    }
+    AddToGaveUpCount(queue.gaveUpCount);
+    if (queue.failure)
+    {
+        std::rethrow_exception(queue.failure);
+    }
+}
+
+// --- putting the picture together again ---
+
+/// The steps from the treated tiles to the result. Each is skipped once the calling thread is asked to stop.
+class CTileJoiner
+{
+public:
+    CTileJoiner(CPolygon const & subject, Tiles & tiles, Clipper & clipper)
+        : m_Subject(subject), m_Tiles(tiles), m_Clipper(clipper)
+    {
+    }
+
+    bool Join(PolygonVector & result)
+    {
+        using Step = void (CTileJoiner::*)();
+        for (Step const step : {&CTileJoiner::Collect, &CTileJoiner::MergePieces, &CTileJoiner::CutTilesOut})
+        {
+            if (this_thread::cancellation_requested())
+            {
+                return m_IsDone;
+            }
+            (this->*step)();
+        }
+        AppendPolygons(m_Work, m_Merged);
+        if (!this_thread::cancellation_requested())
+        {
+            MergeAll(result);
+            AppendPolygons(result, m_Islands);
+        }
+        return m_IsDone;
+    }
+
+private:
+    void Collect();
+    void MergePieces();
+    void CutTilesOut();
+    void MergeAll(PolygonVector & result);
+
+    CPolygon const & m_Subject;
+    Tiles & m_Tiles;
+    Clipper & m_Clipper;
+    PolygonRange m_Cuts;           ///< the cut rectangles of the treated tiles; the tiles own them
+    OwningPolygonVector m_Pieces;  ///< of all tiles, in tile order
+    OwningPolygonVector m_Islands; ///< the same
+    OwningPolygonVector m_Merged;  ///< of the pieces
+    OwningPolygonVector m_Work;    ///< the subject outside the treated tiles, then also what they came to
+    bool m_IsDone = false;         ///< by the last step that said anything
+};
+
+void CTileJoiner::Collect()
+{
+    for (CSubtractTile & tile : m_Tiles)
+    {
+        if (tile.m_CutRect != nullptr)
+        {
+            m_Cuts.push_back(tile.m_CutRect.get());
+        }
+        AppendPolygons(m_Pieces, tile.m_Pieces);
+        AppendPolygons(m_Islands, tile.m_Islands);
+    }
+}
+
+void CTileJoiner::MergePieces()
+{
+    if (m_Pieces.size() > 1)
+    {
+        PolygonRange const rest(m_Pieces.begin() + 1, m_Pieces.end());
+        m_IsDone = MergePolygonRangeRestricted(*m_Pieces[0], m_Merged, rest, m_Clipper) != Clipper::eClipFailed;
+    }
+    else if (m_Pieces.size() == 1)
+    {
+        AppendPolygons(m_Merged, m_Pieces);
+        m_IsDone = true;
+    }
+}
+
+void CTileJoiner::CutTilesOut()
+{
+    PushPolygon(m_Work, std::make_unique<CPolygon>(m_Subject));
+    OwningPolygonVector rectangles;
+    PolygonRange cuts = m_Cuts;
+    m_IsDone = true;
+    if (cuts.size() > 1)
+    {
+        PolygonRange const rest(cuts.begin() + 1, cuts.end());
+        m_IsDone = MergePolygonRangeRestricted(*cuts[0], rectangles, rest, m_Clipper) != Clipper::eClipFailed;
+        cuts.assign(rectangles.begin(), rectangles.end());
+    }
+    if (m_IsDone && !cuts.empty())
+    {
+        m_IsDone = SubtractPolygonRange(m_Work, cuts, m_Clipper) != Clipper::eClipFailed;
+    }
+}
+
+void CTileJoiner::MergeAll(PolygonVector & result)
+{
+    if (m_Work.size() == 1)
+    {
+        AppendPolygons(result, m_Work);
+        m_IsDone = true;
+    }
+    else if (!m_Work.empty())
+    {
+        MovePolygon(m_Work, 0, m_Work); // a merge begins with the last
+        for (PolygonVector & group : GroupPolygons(m_Work))
+        {
+            m_IsDone = MergeCompletely(group, result, m_Clipper).code != Clipper::eClipFailed;
+        }
+        if (!m_IsDone)
+        {
+            DeletePolygons(result);
+        }
+    }
+}
+
+} // namespace
+
+bool SubtractInTiles(CPolygon const & subject, PolygonVector & result, PolygonRange const & polygons, Clipper & clipper,
+                     unsigned int workers)
+{
+    CPolygon::PolygonHash cutters;
+    CBoundingRect<double> bounds;
+    for (CPolygon const* polygon : polygons)
+    {
+        auto copy = std::make_unique<CPolygon>(*polygon);
+        cutters.Add(copy.get());
+        copy.release();
+        bounds.Include(polygon->GetBoundingRect());
+    }
+    Tiles tiles;
+    if (!MakeTiles(bounds, tiles) || this_thread::cancellation_requested())
+    {
+        return false;
+    }
+    try
+    {
+        RunSubtractTiles(workers == 0 ? thread::hardware_concurrency() : workers, tiles, subject, cutters);
+    }
+    catch (thread_canceled const &)
+    {
+        this_thread::Cancel(); // the exception has taken the request: it goes on
+    }
+    return CTileJoiner(subject, tiles, clipper).Join(result);
+}
+
+bool CPolygon::SubtractPolygons(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons,
+                                unsigned int workers) const
+{
+    PolygonRange range;
+    std::copy_if(polygons.begin(), polygons.end(), std::back_inserter(range),
+                 [](CPolygon const* polygon) { return polygon != nullptr && !polygon->GetOutline().empty(); });
+    OwningPolygonVector pieces;
+    bool isDone = !this_thread::cancellation_requested();
+    if (isDone && range.empty())
+    {
+        PushPolygon(pieces, std::make_unique<CPolygon>(*this));
+    }
+    else if (isDone)
+    {
+        isDone = SubtractPolygonsCore(pieces, range, workers) && !this_thread::cancellation_requested();
+    }
+    DeletePolygons(result);
+    if (isDone)
+    {
+        AppendPolygons(result, pieces);
+    }
+    return isDone;
+}
+
+} // namespace geometry

@@ -1,0 +1,89 @@
+// Cuts a polygon into the squares of a grid that begins at the lower left corner of its rectangle: columns from left to
+// right, each from bottom to top. Each tile is one intersection with a square.
+#include <geometry/polygon/polygon.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <memory>
+
+#include <geometry/path/path_object_polyline.h>
+
+#include "polygon/booleans.h"
+
+namespace geometry
+{
+
+namespace
+{
+
+constexpr std::uint32_t CellSize = 2000000; // coordinate units; the cell of the spatial hash
+constexpr std::size_t MaxTilesAlong = 2148; // of the smallest side these cover all coordinates of 32 bits
+
+/// Where the tiles begin along one axis. Empty if they don't come to an end: where a step is lost in rounding, and
+/// where there are more of them than the range of coordinates has.
+std::vector<double> TileStarts(double const first, double const last, double const side)
+{
+    std::vector<double> starts;
+    for (double at = first; at < last; at += side)
+    {
+        if (starts.size() == MaxTilesAlong || !(at + side > at))
+        {
+            return {};
+        }
+        starts.push_back(at);
+    }
+    return starts;
+}
+
+std::unique_ptr<CPathObjectPolyline> MakeRectangle(double x, double y, double x2, double y2)
+{
+    auto rectangle = std::make_unique<CPathObjectPolyline>();
+    for (TPoint<double> const & corner : {TPoint<double>(x, y), TPoint<double>(x2, y), TPoint<double>(x2, y2),
+                                          TPoint<double>(x, y2), TPoint<double>(x, y)})
+    {
+        rectangle->AddVertex(corner.x, corner.y);
+    }
+    rectangle->Cleanup(false);
+    return rectangle;
+}
+
+/// Appends what of `polygon` lies in the tile; a tile that can't be cut adds nothing.
+void AppendTile(CPolygon const & polygon, std::unique_ptr<CPathObjectPolyline> outline, PolygonVector & result)
+{
+    CPolygon const tile(outline.get());
+    if (tile.GetOutline().empty())
+    {
+        return; // refused: a sliver within tolerance
+    }
+    outline.release();
+    OwningPolygonVector pieces;
+    IntersectPolygonRange(polygon, pieces, PolygonRange(1, &tile));
+    AppendPolygons(result, pieces);
+}
+
+} // namespace
+
+void CPolygon::TilePolygon(unsigned int n, std::vector<CPolygon*> & result) const
+{
+    result.clear();
+    if (n == 0 || n > std::numeric_limits<std::uint32_t>::max() / CellSize)
+    {
+        return;
+    }
+    double const side = static_cast<std::uint32_t>(n) * CellSize;
+    CBoundingRect<double> const r = m_BoundingRect;
+    std::vector<double> const columns = TileStarts(r.minX, r.maxX, side);
+    std::vector<double> const rows = TileStarts(r.minY, r.maxY, side);
+    OwningPolygonVector pieces;
+    for (double const x : columns)
+    {
+        for (double const y : rows)
+        {
+            AppendTile(*this, MakeRectangle(x, y, std::min(x + side, r.maxX), std::min(y + side, r.maxY)), pieces);
+        }
+    }
+    result.swap(pieces);
+}
+
+} // namespace geometry
