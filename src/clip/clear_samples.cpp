@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "clip/ring_index.h"
 #include "path/segment_kernels.h"
 
 namespace geometry
@@ -25,10 +26,8 @@ constexpr double misreadPart = 1e-6;
 EPointPosition LocateClearly(TPoint<double> const & point, CPathObjectHolder const* ring, bool isSampleOfArc)
 {
     unsigned int count = 0;
-    CPathObjectHolder const* holder = ring;
-    do
+    auto const isOff = [&](CPathObjectBase const & object)
     {
-        CPathObjectBase const & object = *holder->GetPathObject();
         CBoundingRect<double> reach = object.GetBoundingRect();
         double margin = relativeMargin * std::max(reach.maxX - reach.minX, reach.maxY - reach.minY);
         if (isSampleOfArc || !object.CanAppendVertex())
@@ -40,11 +39,15 @@ EPointPosition LocateClearly(TPoint<double> const & point, CPathObjectHolder con
         if (reach.ContainsPoint(point.x, point.y) &&
             !(object.SquareDistanceToPoint(point.x, point.y, closest) > margin * margin))
         {
-            return EPointPosition::eOnRing;
+            return false;
         }
         count += object.IntersectWithVerticalProbeLine(point);
-        holder = holder->m_Next;
-    } while (holder != ring);
+        return true;
+    };
+    if (!CRingIndex::ForEachNearOrAbove(ring, point, isSampleOfArc ? arcMargin : 0.0, isOff))
+    {
+        return EPointPosition::eOnRing;
+    }
     return (count & 1U) != 0 ? EPointPosition::eInside : EPointPosition::eOutside;
 }
 

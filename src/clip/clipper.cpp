@@ -191,7 +191,10 @@ template <typename T>
 typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::DoClip()
 {
     bool const sameWinding = this->m_SubjectWinding == this->m_ClipWinding;
-    switch (FindAndSplitIntersections(this->m_SubjectRing, this->m_ClipRing, sameWinding))
+    EIntersectionOutcome const outcome = FindAndSplitIntersections(this->m_SubjectRing, this->m_ClipRing, sameWinding);
+    m_SubjectIndex.Serve(this->m_SubjectRing);
+    m_ClipIndex.Serve(this->m_ClipRing);
+    switch (outcome)
     {
     case EIntersectionOutcome::eIntersections:
         return ClipCrossingRings();

@@ -9,6 +9,7 @@
 #include <geometry/clip/polygon_clip_base.h>
 
 #include "clip/holder.h"
+#include "clip/ring_index.h"
 
 namespace geometry
 {
@@ -58,6 +59,9 @@ private:
     EClipResult ClipCrossingRings();
     EClipResult ClipSeparateRings();
     EClipResult ClipCoincidentRings();
+
+    CRingIndex m_SubjectIndex; ///< of the present run; the holders refer to it
+    CRingIndex m_ClipIndex;
 };
 
 extern template class CPolygonClipGreinerHormannBased<double>;

@@ -2,17 +2,20 @@
 // give each piece a holder, and link the holders that begin at the same crossing. Rings without a crossing and rings
 // of the same track are told apart from everything else.
 #include <algorithm>
+#include <cmath>
+#include <memory>
 
+#include "clip/candidates.h"
 #include "clip/clipper.h"
 #include "clip/ring_position.h"
+#include "numeric/chain_index.h"
+#include "path/split_helpers.h"
 
 namespace geometry
 {
 
 namespace
 {
-
-using Candidates = std::vector<CPathObjectHolder*>;
 
 constexpr int beginsAtIntersection = 1; // bits of the flags of a piece
 constexpr int beginsAtOldVertex = 2;
@@ -30,25 +33,71 @@ void ForEachHolder(CPathObjectHolder* ring, Visit visit)
     } while (holder != ring);
 }
 
+constexpr std::size_t MinPairsForIndex = 256; // of holders; below, the loop over all of them is faster
+
+bool IsPolyline(CPathObjectHolder const* holder)
+{
+    return holder->GetPathObject()->CanAppendVertex();
+}
+
+std::vector<CPathObjectHolder*> HoldersOf(CPathObjectHolder* ring)
+{
+    std::vector<CPathObjectHolder*> holders;
+    ForEachHolder(ring, [&](CPathObjectHolder* holder) { holders.push_back(holder); });
+    return holders;
+}
+
+/// Over the rectangles of the objects; null where it doesn't pay, or where a rectangle isn't a proper one.
+std::unique_ptr<CChainIndex> MakeIndex(std::vector<CPathObjectHolder*> const & holders, std::size_t pairs)
+{
+    std::vector<CBoundingRect<double>> rects;
+    for (CPathObjectHolder const* holder : holders)
+    {
+        rects.push_back(holder->GetPathObject()->GetBoundingRect());
+        CBoundingRect<double> const & r = rects.back();
+        if (!IsIndexUsed(pairs >= MinPairsForIndex) || !std::isfinite(r.minX + r.minY) ||
+            !std::isfinite(r.maxX + r.maxY))
+        {
+            return nullptr;
+        }
+    }
+    return std::make_unique<CChainIndex>(std::move(rects));
+}
+
 /// Notes the cuts of every pair. True if every holder of the subject ring was touched; for a polyline that also
-/// means: the lists of a pair weren't empty after its turn.
+/// means: the lists of a pair weren't empty after its turn. Pairs whose rectangles are apart have no cuts and are passed
+/// over if there is an index, but for a polyline they still count as touched once the other's list holds anything.
 bool CollectSplitPositions(CPathObjectHolder* subject, CPathObjectHolder* clip)
 {
+    std::vector<CPathObjectHolder*> const others = HoldersOf(clip);
+    CSplitEntryFinder const finder;
+    std::unique_ptr<CChainIndex> const index = MakeIndex(others, others.size() * CountHolders(subject));
+    bool hasClipPolylineCuts = false;
     bool allTouched = true;
     ForEachHolder(subject,
                   [&](CPathObjectHolder* a)
                   {
-                      bool touched = false;
-                      ForEachHolder(clip,
-                                    [&](CPathObjectHolder* b)
-                                    {
-                                        if (a->GetPathObject()->DetermineSplitPositions(
-                                                *b->GetPathObject(), a->m_SplitPositions, b->m_SplitPositions) ==
-                                            CPathObjectBase::eSplitPositionsFound)
-                                        {
-                                            touched = true;
-                                        }
-                                    });
+                      CPathObjectBase const & object = *a->GetPathObject();
+                      bool touched = index != nullptr && hasClipPolylineCuts && IsPolyline(a);
+                      auto const visit = [&](std::size_t i)
+                      {
+                          CPathObjectHolder* const b = others[i];
+                          touched = object.DetermineSplitPositions(*b->GetPathObject(), a->m_SplitPositions,
+                                                                   b->m_SplitPositions) ==
+                                        CPathObjectBase::eSplitPositionsFound ||
+                                    touched;
+                          hasClipPolylineCuts = hasClipPolylineCuts || (IsPolyline(b) && !b->m_SplitPositions.empty());
+                          return true;
+                      };
+                      if (index != nullptr)
+                      {
+                          CBoundingRect<double> const & rect = object.GetBoundingRect();
+                          index->Search([&](CBoundingRect<double> const & r) { return rect.Overlaps(r); }, visit);
+                      }
+                      for (std::size_t i = 0; index == nullptr && i < others.size(); ++i)
+                      {
+                          visit(i);
+                      }
                       allTouched = allTouched && touched;
                   });
     return allTouched;
@@ -89,32 +138,6 @@ bool PlacePieces(CPathObjectHolder* holder, OnPiece onPiece)
         onPiece(last);
     }
     return hasIntersection;
-}
-
-/// Links `holder` of the clip ring with the first candidate in the order of the search that begins at its point.
-void PairWithCandidate(CPathObjectHolder* holder, Candidates & candidates, bool fromFront)
-{
-    auto const qualifies = [holder](CPathObjectHolder const* candidate)
-    {
-        return candidate->m_IsIntersection && candidate->m_Neighbour == nullptr &&
-               candidate->GetStartPoint() == holder->GetStartPoint();
-    };
-    auto partner = candidates.end();
-    if (fromFront)
-    {
-        partner = std::find_if(candidates.begin(), candidates.end(), qualifies);
-    }
-    else
-    {
-        auto const found = std::find_if(candidates.rbegin(), candidates.rend(), qualifies);
-        partner = found == candidates.rend() ? candidates.end() : found.base() - 1;
-    }
-    if (partner != candidates.end())
-    {
-        (*partner)->m_Neighbour = holder;
-        holder->m_Neighbour = *partner;
-        candidates.erase(partner);
-    }
 }
 
 /// The holder of the partner's ring whose object covers the track of `holder`, if the rings are the same.
@@ -158,10 +181,10 @@ EIntersectionOutcome FindAndSplitIntersections(CPathObjectHolder* subject, CPath
     CutObjects(clip);
 
     bool hasIntersection = false;
-    Candidates candidates;
+    CCandidates candidates;
     ForEachHolder(
         subject, [&](CPathObjectHolder* holder)
-        { hasIntersection |= PlacePieces(holder, [&](CPathObjectHolder* placed) { candidates.push_back(placed); }); });
+        { hasIntersection |= PlacePieces(holder, [&](CPathObjectHolder* placed) { candidates.Add(placed); }); });
     ForEachHolder(clip,
                   [&](CPathObjectHolder* holder)
                   {
@@ -170,7 +193,7 @@ EIntersectionOutcome FindAndSplitIntersections(CPathObjectHolder* subject, CPath
                                                      {
                                                          if (placed->m_IsIntersection)
                                                          {
-                                                             PairWithCandidate(placed, candidates, sameWinding);
+                                                             candidates.Pair(placed, sameWinding);
                                                          }
                                                      });
                   });

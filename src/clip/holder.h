@@ -12,6 +12,8 @@
 namespace geometry
 {
 
+class CRingIndex;
+
 /// One element of a ring. Its object runs from its start point to its end point, where the object of the next holder
 /// starts. A ring is built open (outer links null) and closed before a run.
 class CPathObjectHolder
@@ -45,6 +47,7 @@ public:
     CPathObjectHolder* m_Neighbour = nullptr;            ///< the same intersection on the other ring; not owned
     bool m_Visited = false;                              ///< the trace has passed here
     bool m_NewVertex = false;                            ///< made by a cut, not a vertex of the input
+    CRingIndex* m_RingIndex = nullptr;                   ///< answers point questions to the ring; not owned
     bool m_WasIntersection = false;                      ///< stays when `m_IsIntersection` is cleared
 };
 

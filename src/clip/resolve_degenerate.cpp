@@ -292,7 +292,7 @@ bool CDegenerateResolver::IsBridgeCrossed() const
     if (!m_OnStretch)
     {
         TPoint<double> const m = b->GetPathObject()->GetInbetweenPoint();
-        return CrossingParity(m.x, m.y, RingIterator(m_Start, false), RingIterator(m_Start, true)) == !m_SameWinding;
+        return CrossingParity(m, m_Start) == !m_SameWinding;
     }
     return m_Holder->GetPathObject()->IsCoincidentWith(*b->m_Previous->GetPathObject()) ||
            m_Holder->m_Previous->GetPathObject()->IsCoincidentWith(*b->GetPathObject());

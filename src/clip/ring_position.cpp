@@ -1,45 +1,40 @@
 // Position tests. Each costs a walk around the other ring, so they are asked only at intersections.
 #include "clip/ring_position.h"
 
+#include "clip/ring_index.h"
 #include "path/segment_kernels.h"
 
 namespace geometry
 {
 
-EPointPosition LocatePointInRing(double const & x, double const & y, RingIterator first, RingIterator last)
+EPointPosition LocatePointInRing(TPoint<double> const & point, CPathObjectHolder const* ring)
 {
-    if (first == last)
-    {
-        return EPointPosition::eOutside;
-    }
-    TPoint<double> const point(x, y);
     unsigned int count = 0;
-    for (; first != last; ++first)
+    bool const isOffAll =
+        CRingIndex::ForEachNearOrAbove(ring, point, 0.0,
+                                       [&](CPathObjectBase const & object)
+                                       {
+                                           bool const isOff = !object.IsPointOnPath(point.x, point.y);
+                                           count += isOff ? object.IntersectWithVerticalProbeLine(point) : 0;
+                                           return isOff;
+                                       });
+    if (!isOffAll)
     {
-        CPathObjectBase const & object = **first;
-        if (object.IsPointOnPath(x, y))
-        {
-            return EPointPosition::eOnRing;
-        }
-        count += object.IntersectWithVerticalProbeLine(point);
+        return EPointPosition::eOnRing;
     }
     return (count & 1U) != 0 ? EPointPosition::eInside : EPointPosition::eOutside;
 }
 
-bool CrossingParity(double const & x, double const & y, RingIterator first, RingIterator last)
+bool CrossingParity(TPoint<double> const & point, CPathObjectHolder const* ring)
 {
-    TPoint<double> const point(x, y);
     unsigned int count = 0;
-    for (; first != last; ++first)
-    {
-        count += (*first)->IntersectWithVerticalProbeLine(point);
-    }
+    CRingIndex::ForEachNearOrAbove(ring, point, 0.0,
+                                   [&](CPathObjectBase const & object)
+                                   {
+                                       count += object.IntersectWithVerticalProbeLine(point);
+                                       return true;
+                                   });
     return (count & 1U) != 0;
-}
-
-EPointPosition LocatePointInRing(TPoint<double> const & point, CPathObjectHolder const* ring)
-{
-    return LocatePointInRing(point.x, point.y, RingIterator(ring, false), RingIterator(ring, true));
 }
 
 EPointPosition LocatePointOrRect(TPoint<double> const & point, CPathObjectHolder const* ring,

@@ -21,14 +21,11 @@ enum class EObjectPosition : signed char
     eOutside = 2
 };
 
-/// The boundary test comes first, object by object. An empty range gives `eOutside`.
-EPointPosition LocatePointInRing(double const & x, double const & y, RingIterator first, RingIterator last);
-
-/// The number of probe crossings over the range is odd.
-bool CrossingParity(double const & x, double const & y, RingIterator first, RingIterator last);
-
-/// `LocatePointInRing` over the whole ring of `ring`.
+/// The point against the whole ring of `ring`. The boundary counts first.
 EPointPosition LocatePointInRing(TPoint<double> const & point, CPathObjectHolder const* ring);
+
+/// The number of probe crossings over the whole ring is odd.
+bool CrossingParity(TPoint<double> const & point, CPathObjectHolder const* ring);
 
 /// The same, without the walk for points clearly outside `rect`, the rectangle of that ring.
 EPointPosition LocatePointOrRect(TPoint<double> const & point, CPathObjectHolder const* ring,

@@ -41,6 +41,7 @@ CPathObjectBase const & CPathObjectBase::operator=(CPathObjectBase const & other
         // nothing throws from here on
         m_BoundingRect = other.m_BoundingRect;
         m_Points.swap(points);
+        m_SegmentIndex.Clear();
         delete m_UserInfo;
         m_UserInfo = userInfo;
     }
@@ -54,6 +55,7 @@ void CPathObjectBase::Translate(double dx, double dy)
         point.x += dx;
         point.y += dy;
     }
+    m_SegmentIndex.Clear();
     DoPostTransformActions();
 }
 
@@ -64,6 +66,7 @@ void CPathObjectBase::Scale(double sx, double sy)
         point.x *= sx;
         point.y *= sy;
     }
+    m_SegmentIndex.Clear();
     DoPostTransformActions();
 }
 
@@ -82,6 +85,7 @@ void CPathObjectBase::RotateRadians(double angle)
         point.y = point.x * sine + point.y * cosine;
         point.x = x;
     }
+    m_SegmentIndex.Clear();
     DoPostTransformActions();
 }
 

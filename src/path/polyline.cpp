@@ -42,6 +42,7 @@ void CPathObjectPolyline::AddVertex(double const & x, double const & y)
 {
     TPoint<double> const vertex(x, y);
     m_Points.push_back(vertex);
+    m_SegmentIndex.Clear();
     m_BoundingRect.Include(vertex);
 }
 
@@ -50,6 +51,7 @@ void CPathObjectPolyline::InsertVertex(unsigned int index, double const & x, dou
     TPoint<double> const vertex(x, y);
     std::size_t const place = std::min<std::size_t>(index, m_Points.size());
     m_Points.insert(m_Points.begin() + static_cast<std::ptrdiff_t>(place), vertex);
+    m_SegmentIndex.Clear();
     m_BoundingRect.Include(vertex);
 }
 
@@ -58,6 +60,7 @@ void CPathObjectPolyline::RemoveVertex(unsigned int index)
     if (index < m_Points.size())
     {
         m_Points.erase(m_Points.begin() + index);
+        m_SegmentIndex.Clear();
     }
     RecalculateBoundingRect();
 }
@@ -65,6 +68,7 @@ void CPathObjectPolyline::RemoveVertex(unsigned int index)
 void CPathObjectPolyline::clear()
 {
     m_Points.clear();
+    m_SegmentIndex.Clear();
     m_BoundingRect.Reset();
 }
 
@@ -139,6 +143,7 @@ bool CPathObjectPolyline::Accept(CPathObjectVisitor & visitor)
 void CPathObjectPolyline::Reverse()
 {
     std::reverse(m_Points.begin(), m_Points.end());
+    m_SegmentIndex.Clear();
 }
 
 bool CPathObjectPolyline::IsValid() const

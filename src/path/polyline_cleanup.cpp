@@ -25,6 +25,7 @@ void CPathObjectPolyline::Cleanup(bool mayRemoveStartPoint)
 bool CPathObjectPolyline::RemoveDuplicatesAndSpikes()
 {
     // The path is p[0 .. kept) followed by p[todo .. n): p[kept - 1] is the previous vertex, p[todo] the current one.
+    m_SegmentIndex.Clear();
     Points & p = m_Points;
     std::size_t const n = p.size();
     std::size_t kept = 1;
@@ -78,6 +79,7 @@ double Slope(TPoint<double> const & from, TPoint<double> const & to)
 
 bool CPathObjectPolyline::RemoveCollinearVertices(bool mayRemoveStartPoint)
 {
+    m_SegmentIndex.Clear();
     Points & p = m_Points;
     bool const closed = p.front() == p.back();
     TPoint<double> const first = p.front();

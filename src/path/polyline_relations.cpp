@@ -8,6 +8,7 @@
 
 #include <geometry/arc/path_object_arc.h>
 
+#include "numeric/chain_index.h"
 #include "path/segment_kernels.h"
 
 namespace geometry
@@ -43,11 +44,33 @@ bool IsPointOnPathSegment(TPoint<double> const & a, TPoint<double> const & b, TP
     return c == point;
 }
 
+/// Room around the rectangles of segments that lets through whatever the tests with tolerance let through: 100 units in
+/// the last place of the point, and the rounding of computed points, which goes by the largest coordinate there is.
+double SearchRoom(CChainIndex const & index, TPoint<double> const & point)
+{
+    CBoundingRect<double> const & r = index.GetRect();
+    return 1e-13 * std::max({std::fabs(r.minX), std::fabs(r.minY), std::fabs(r.maxX), std::fabs(r.maxY),
+                             std::fabs(point.x), std::fabs(point.y)});
+}
+
 } // namespace
 
 bool CPathObjectPolyline::IsPointOnPath(double x, double y) const
 {
     TPoint<double> const point(x, y);
+    if (CChainIndex const* const index = FindSegmentIndex(false))
+    {
+        double const room = SearchRoom(*index, point);
+        bool isFound = false;
+        index->Search([&](CBoundingRect<double> const & r)
+                      { return r.minX - room <= x && x <= r.maxX + room && r.minY - room <= y && y <= r.maxY + room; },
+                      [&](std::size_t i)
+                      {
+                          isFound = IsPointOnPathSegment(m_Points[i], m_Points[i + 1], point);
+                          return !isFound;
+                      });
+        return isFound;
+    }
     for (std::size_t i = 1; i < m_Points.size(); ++i)
     {
         if (IsPointOnPathSegment(m_Points[i - 1], m_Points[i], point))
@@ -106,6 +129,18 @@ unsigned int CPathObjectPolyline::IntersectWithVerticalProbeLine(TPoint<double> 
         return 0;
     }
     unsigned int count = 0;
+    if (CChainIndex const* const index = FindSegmentIndex(false))
+    {
+        double const room = SearchRoom(*index, point);
+        index->Search([&](CBoundingRect<double> const & r)
+                      { return r.minX - room <= point.x && point.x <= r.maxX + room && r.maxY + room >= point.y; },
+                      [&](std::size_t i)
+                      {
+                          count += PassesAbove(m_Points[i], m_Points[i + 1], point.x, point.y) ? 1 : 0;
+                          return true;
+                      });
+        return count;
+    }
     for (std::size_t i = 1; i < m_Points.size(); ++i)
     {
         if (PassesAbove(m_Points[i - 1], m_Points[i], point.x, point.y))

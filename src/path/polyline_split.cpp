@@ -3,79 +3,89 @@
 // The end vertex of a segment belongs to the next segment: no crossing is noted there.
 #include <geometry/path/path_object_polyline.h>
 
-#include <algorithm>
-#include <cassert>
 #include <memory>
 
 #include <geometry/arc/path_object_arc.h>
 
+#include "numeric/chain_index.h"
 #include "path/segment_kernels.h"
 #include "path/split_helpers.h"
 
 namespace geometry
 {
 
-CPathObjectBase::SplitEntry & FindOrAddSplitEntry(CPathObjectBase::SplitPositionList & list,
-                                                  CPathObjectBase::PointIterator start,
-                                                  CPathObjectBase::PointIterator end,
-                                                  [[maybe_unused]] CPathObjectBase::PointIterator pathEnd)
+namespace
 {
-    assert(start < pathEnd && end < pathEnd);
-    // the entries stand in the order of the segments: the first one that isn't before `start` decides
-    auto const place =
-        std::find_if(list.begin(), list.end(), [&](auto const & entry) { return !(entry.first.first < start); });
-    if (place != list.end() && place->first.first == start)
+
+constexpr std::size_t MinPairsForIndex = 4096; // of segments; below, the loops over all of them are faster
+
+/// Calls `visit(i)` for each segment whose rectangle overlaps `rect`, in path order. `index`: of the segments, or null.
+template <typename Visit>
+void ForEachSegmentIn(CBoundingRect<double> const & rect, std::vector<TPoint<double>> const & points,
+                      CChainIndex const* index, Visit const & visit)
+{
+    auto const overlaps = [&rect](CBoundingRect<double> const & r) { return rect.Overlaps(r); };
+    if (index != nullptr)
     {
-        return *place;
+        index->Search(overlaps,
+                      [&](std::size_t i)
+                      {
+                          visit(i);
+                          return true;
+                      });
+        return;
     }
-    return *list.emplace(place, std::make_pair(start, end), std::vector<CPathObjectBase::SplitPoint>());
+    for (std::size_t i = 0; i + 1 < points.size(); ++i)
+    {
+        if (overlaps(CBoundingRect<double>(points[i], points[i + 1])))
+        {
+            visit(i);
+        }
+    }
 }
 
-void InsertSplitPoint(std::vector<CPathObjectBase::SplitPoint> & points, CPathObjectBase::SplitPoint const & point,
-                      CPathObjectBase::SplitPoint const & origin)
-{
-    double const distance = SquareDistance(point, origin);
-    auto const place = std::find_if(points.begin(), points.end(),
-                                    [&](auto const & present) { return SquareDistance(present, origin) > distance; });
-    points.insert(place, point);
-}
+} // namespace
 
 CPathObjectBase::EPathSplitResult CPathObjectPolyline::DetermineSplitPositions(CPathObjectPolyline const & other,
                                                                                SplitPositionList & mine,
                                                                                SplitPositionList & theirs) const
 {
     auto const toSplitPoint = [](TPoint<double> const & p) { return SplitPoint(p.x, p.y); };
-    bool const mayMeet = m_BoundingRect.Overlaps(other.m_BoundingRect);
-    for (PointIterator s = m_Points.begin(); mayMeet && m_Points.end() - s > 1; ++s)
+    bool const isWorthAnIndex = m_Points.size() * other.m_Points.size() >= MinPairsForIndex;
+    auto const visitPair = [&](std::size_t i, std::size_t k, SplitEntry*& entryOfS)
     {
-        CBoundingRect<double> const rectOfS(s[0], s[1]);
-        if (!other.m_BoundingRect.Overlaps(rectOfS))
+        PointIterator const s = m_Points.begin() + static_cast<std::ptrdiff_t>(i);
+        PointIterator const t = other.m_Points.begin() + static_cast<std::ptrdiff_t>(k);
+        TPoint<double> first;
+        TPoint<double> second;
+        if (!IntersectSegments(s[0], s[1], t[0], t[1], false, false, first, second))
         {
-            continue;
+            return;
         }
-        SplitEntry* entryOfS = nullptr;
-        for (PointIterator t = other.m_Points.begin(); other.m_Points.end() - t > 1; ++t)
+        if (entryOfS == nullptr)
         {
-            TPoint<double> first;
-            TPoint<double> second;
-            if (!rectOfS.Overlaps(CBoundingRect<double>(t[0], t[1])) ||
-                !IntersectSegments(s[0], s[1], t[0], t[1], false, false, first, second))
-            {
-                continue;
-            }
-            if (entryOfS == nullptr)
-            {
-                entryOfS = &FindOrAddSplitEntry(mine, s, s + 1, m_Points.end());
-            }
-            SplitEntry & entryOfT = FindOrAddSplitEntry(theirs, t, t + 1, other.m_Points.end());
-            InsertSplitPoint(entryOfS->second, toSplitPoint(first), toSplitPoint(s[0]));
-            InsertSplitPoint(entryOfT.second, toSplitPoint(first), toSplitPoint(t[0]));
-            if (!(first == second))
-            {
-                InsertSplitPoint(entryOfS->second, toSplitPoint(second), toSplitPoint(s[0]));
-                InsertSplitPoint(entryOfT.second, toSplitPoint(second), toSplitPoint(t[0]));
-            }
+            entryOfS = &FindOrAddSplitEntry(mine, s, s + 1, m_Points.end());
         }
+        SplitEntry & entryOfT = FindOrAddSplitEntry(theirs, t, t + 1, other.m_Points.end());
+        InsertSplitPoint(entryOfS->second, toSplitPoint(first), toSplitPoint(s[0]));
+        InsertSplitPoint(entryOfT.second, toSplitPoint(first), toSplitPoint(t[0]));
+        if (!(first == second))
+        {
+            InsertSplitPoint(entryOfS->second, toSplitPoint(second), toSplitPoint(s[0]));
+            InsertSplitPoint(entryOfT.second, toSplitPoint(second), toSplitPoint(t[0]));
+        }
+    };
+    if (m_BoundingRect.Overlaps(other.m_BoundingRect))
+    {
+        CChainIndex const* const theirIndex = other.FindSegmentIndex(isWorthAnIndex);
+        ForEachSegmentIn(other.m_BoundingRect, m_Points, FindSegmentIndex(isWorthAnIndex),
+                         [&](std::size_t i)
+                         {
+                             SplitEntry* entryOfS = nullptr;
+                             CBoundingRect<double> const rectOfS(m_Points[i], m_Points[i + 1]);
+                             ForEachSegmentIn(rectOfS, other.m_Points, theirIndex,
+                                              [&](std::size_t k) { visitPair(i, k, entryOfS); });
+                         });
     }
     return mine.empty() && theirs.empty() ? eNoSplitPositions : eSplitPositionsFound;
 }

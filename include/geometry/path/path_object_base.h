@@ -11,6 +11,7 @@
 #include <geometry/clip/spatial_hash_container.h>
 #include <geometry/export.h>
 #include <geometry/numeric/bounding_rect.h>
+#include <geometry/numeric/lazy_chain_index.h>
 #include <geometry/numeric/point.h>
 
 namespace geometry
@@ -41,8 +42,7 @@ public:
 ///
 /// Ownership: an object owns its user info. Objects, polygons and results are passed by raw pointer; each declaration
 /// says who owns what. Failure: geometry never throws; the standard allocation exceptions pass through, and leave
-/// every object destructible. Threads: const operations may run in parallel, except that an arc fills its direction
-/// and its chord cache on first use; fill both (`GetPointsBegin`) before sharing an arc.
+/// every object destructible. Threads: const operations may run in parallel on one object.
 ///
 /// The order of the virtual operations is part of the exported interface.
 class GEOMETRY_EXPORT CPathObjectBase
@@ -266,6 +266,7 @@ protected:
     CBoundingRect<double> m_BoundingRect;     ///< around the object; every change of the points brings it up to date
     Points m_Points;                          ///< a polyline's vertices; start, end, centre, mid-point of an arc
     CUserInfoInterface* m_UserInfo = nullptr; ///< owned; null when there is none
+    CLazyChainIndex m_SegmentIndex;           ///< over the segments of a long polyline; void with every change
 };
 
 } // namespace geometry

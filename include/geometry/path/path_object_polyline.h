@@ -146,6 +146,7 @@ public:
 private:
     friend struct CTestAccess;
 
+    CChainIndex const* FindSegmentIndex(bool isWorthIt) const;
     void AppendVertexRange(PointIterator first, PointIterator last);
     bool IsClosed() const;
     bool RemoveDuplicatesAndSpikes();

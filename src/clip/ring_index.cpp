@@ -1,0 +1,95 @@
+#include "clip/ring_index.h"
+
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
+
+#include <geometry/arc/path_object_arc.h>
+
+#include "path/segment_kernels.h"
+
+namespace geometry
+{
+
+namespace
+{
+
+constexpr std::size_t MinIndexedCount = 24; // holders; below, a walk over all is as fast
+constexpr unsigned int QuestionsBeforeIndex = 4;
+constexpr double ArcRoom = 0.11;       // above the distances at which a point counts as on an arc or as near it
+constexpr double SizeRoom = 1.1e-7;    // of the object: above that at which a point counts as near
+constexpr double RelativeRoom = 1e-12; // of the largest coordinate: far above 100 units in the last place
+
+/// The rectangle of the object with room for the tolerances of its questions. Everything, where these can't be told.
+CBoundingRect<double> RectWithRoom(CPathObjectBase const & object)
+{
+    CBoundingRect<double> rect = object.GetBoundingRect();
+    double const largest =
+        std::max({std::fabs(rect.minX), std::fabs(rect.minY), std::fabs(rect.maxX), std::fabs(rect.maxY)});
+    double room = std::max(RelativeRoom * largest, SizeRoom * std::max(rect.maxX - rect.minX, rect.maxY - rect.minY));
+    bool isRegular = std::isfinite(room) && largest < 1e150;
+    if (!object.CanAppendVertex() && object.IsValid())
+    {
+        auto const & arc = static_cast<CPathObjectArc const &>(object);
+        double const radius = arc.GetRadius();
+        double const toStart = std::sqrt(SquareDistance(arc.GetStartPoint(), arc.GetCentre()));
+        double const toEnd = std::sqrt(SquareDistance(arc.GetEndPoint(), arc.GetCentre()));
+        TPoint<double> const & centre = arc.GetCentre();
+        double const reach = std::max(std::fabs(centre.x), std::fabs(centre.y));
+        room = std::max(room, RelativeRoom * reach) + ArcRoom + std::fabs(radius - toStart) + std::fabs(radius - toEnd);
+        isRegular = isRegular && radius > 1e-6 * reach && std::isfinite(room);
+    }
+    if (!isRegular)
+    {
+        return CBoundingRect<double>(-DBL_MAX, -DBL_MAX, DBL_MAX, DBL_MAX);
+    }
+    rect.Inflate(room);
+    return rect;
+}
+
+} // namespace
+
+void CRingIndex::Serve(CPathObjectHolder* ring)
+{
+    m_Ring = ring;
+    m_Questions = 0;
+    m_IsShort = false;
+    m_Objects.clear();
+    m_Index.reset();
+    CPathObjectHolder* holder = ring;
+    do
+    {
+        holder->m_RingIndex = this;
+        holder = holder->m_Next;
+    } while (holder != ring);
+}
+
+CChainIndex const* CRingIndex::FindIndex()
+{
+    if (m_Index != nullptr)
+    {
+        return m_Index.get();
+    }
+    ++m_Questions;
+    if (m_IsShort || !IsIndexUsed(m_Questions >= QuestionsBeforeIndex))
+    {
+        return nullptr;
+    }
+    CPathObjectHolder const* holder = m_Ring;
+    do
+    {
+        m_Objects.push_back(holder->GetPathObject());
+        holder = holder->m_Next;
+    } while (holder != m_Ring);
+    m_IsShort = !IsIndexUsed(m_Objects.size() >= MinIndexedCount);
+    if (!m_IsShort)
+    {
+        std::vector<CBoundingRect<double>> rects(m_Objects.size());
+        std::transform(m_Objects.begin(), m_Objects.end(), rects.begin(),
+                       [](CPathObjectBase const* object) { return RectWithRoom(*object); });
+        m_Index = std::make_unique<CChainIndex>(std::move(rects));
+    }
+    return m_Index.get();
+}
+
+} // namespace geometry

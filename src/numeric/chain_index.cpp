@@ -1,0 +1,71 @@
+#include "numeric/chain_index.h"
+
+#include <atomic>
+#include <utility>
+
+#include <geometry/numeric/lazy_chain_index.h>
+
+namespace geometry
+{
+
+namespace
+{
+
+std::atomic<EIndexUse> indexUse{EIndexUse::eWhenItPays};
+
+} // namespace
+
+void SetIndexUse(EIndexUse use)
+{
+    indexUse.store(use, std::memory_order_relaxed);
+}
+
+bool IsIndexUsed(bool pays)
+{
+    EIndexUse const use = indexUse.load(std::memory_order_relaxed);
+    return use == EIndexUse::eWhenItPays ? pays : use == EIndexUse::eAlways;
+}
+
+CChainIndex::CChainIndex(std::vector<Rect> rects)
+{
+    m_Levels.push_back(std::move(rects));
+    while (m_Levels.back().size() > 1)
+    {
+        std::vector<Rect> const & below = m_Levels.back();
+        std::vector<Rect> level((below.size() + 7) >> FanOutBits);
+        for (std::size_t i = 0; i < below.size(); ++i)
+        {
+            level[i >> FanOutBits].Include(below[i]);
+        }
+        m_Levels.push_back(std::move(level));
+    }
+}
+
+// --- kept with an object ---
+
+CLazyChainIndex::~CLazyChainIndex()
+{
+    Clear();
+}
+
+void CLazyChainIndex::Clear() noexcept
+{
+    m_Questions.store(0, std::memory_order_relaxed);
+    if (m_Index.load(std::memory_order_relaxed) != nullptr)
+    {
+        delete m_Index.exchange(nullptr, std::memory_order_relaxed);
+    }
+}
+
+CChainIndex const* CLazyChainIndex::Set(CChainIndex const* index) const noexcept
+{
+    CChainIndex const* present = nullptr;
+    if (!m_Index.compare_exchange_strong(present, index, std::memory_order_acq_rel))
+    {
+        delete index;
+        return present;
+    }
+    return index;
+}
+
+} // namespace geometry
