@@ -118,7 +118,7 @@ CPolygon* CPathObjectArc::GetInflatePolygon(double const & distance) const
     PushPolygon(ends, MakeDisc(GetEndPoint(), distance));
     std::unique_ptr<Clipper> const clipper(CreateClipper());
     OwningPolygonVector merged;
-    MergePolygonRange(*MakeSector(sector), merged, PolygonRange(ends.begin(), ends.end()), *clipper);
+    MergeRangeCompletely(*MakeSector(sector), merged, PolygonRange(ends.begin(), ends.end()), *clipper);
     return TakeFirst(merged);
 }
 

@@ -19,6 +19,7 @@ namespace
 constexpr int numberOfAttempts = 12;
 constexpr int firstRepairingAttempt = 6;
 constexpr double shiftDivisor = 1e11;
+constexpr double arcReach = 1e15; // one unit in the last place is a tenth here
 constexpr double powersOfTen[] = {1.0, 10.0, 100.0, 1000.0, 10000.0, 100000.0};
 
 using AddPathHelper = CPolygonClipBase<double>::CAddPathHelper;
@@ -34,6 +35,18 @@ TPoint<double> ShiftOfAttempt(CBoundingRect<double> const & rect, int attempt)
     double const dx = base * powersOfTen[(attempt - 1) / 2];
     double const dy = attempt == 1 ? 0.0 : base * powersOfTen[(attempt - 2) / 2];
     return TPoint<double>(dx, dy);
+}
+
+/// An outline with arcs at coordinates where these are noise: cuts would breed cuts without end.
+bool IsArcTooFarOut(CPolygon const & polygon)
+{
+    CBoundingRect<double> const & rect = polygon.GetBoundingRect();
+    double const reach =
+        std::max({std::fabs(rect.minX), std::fabs(rect.minY), std::fabs(rect.maxX), std::fabs(rect.maxY)});
+    auto const & outline = polygon.GetOutline();
+    return !(reach <= arcReach) &&
+           std::any_of(outline.begin(), outline.end(),
+                       [](CPathObjectBase const* object) { return !object->CanAppendVertex(); });
 }
 
 /// Offers every valid object of the outline to `add`; `winding` is written if there is one.
@@ -112,7 +125,8 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipBase<T>::RunClip(CPolygon 
     {
         return RunCoincident(second);
     }
-    for (int attempt = 0; attempt < numberOfAttempts; ++attempt)
+    int const attempts = IsArcTooFarOut(first) || IsArcTooFarOut(second) ? 0 : numberOfAttempts;
+    for (int attempt = 0; attempt < attempts; ++attempt)
     {
         Clear();
         ++m_Attempts;

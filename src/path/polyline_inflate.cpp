@@ -80,7 +80,7 @@ CPolygon* CPathObjectPolyline::GetInflatePolygon(double const & distance) const
     }
     std::unique_ptr<Clipper> const clipper(CreateClipper());
     OwningPolygonVector merged;
-    MergePolygonRange(*last, merged, PolygonRange(bands.begin(), bands.end()), *clipper);
+    MergeRangeCompletely(*last, merged, PolygonRange(bands.begin(), bands.end()), *clipper);
     return merged.empty() ? nullptr : TakePolygon(merged, merged.size() - 1).release();
 }
 

@@ -205,4 +205,34 @@ double CPolygon::GetArea() const
     return area;
 }
 
+double AreaOf(CPolygon const & ring)
+{
+    return std::fabs(SignedOutlineArea(ring.GetOutline()));
+}
+
+double LengthOf(CPolygon const & ring)
+{
+    double length = 0.0;
+    for (CPathObjectBase const* object : ring.GetOutline())
+    {
+        length += object->CalculateLength();
+    }
+    return length;
+}
+
+bool IsPointContact(std::vector<CPolygon*> const & rings, CPolygon const & a, CPolygon const & b)
+{
+    auto const isSameSum = [&](auto measure)
+    {
+        double sum = 0.0;
+        for (CPolygon const* ring : rings)
+        {
+            sum += measure(*ring);
+        }
+        double const expected = measure(a) + measure(b);
+        return std::abs(sum - expected) <= 1e-10 * expected;
+    };
+    return isSameSum(AreaOf) && isSameSum(LengthOf);
+}
+
 } // namespace geometry

@@ -9,6 +9,15 @@ namespace geometry
 /// Signed area of an outline, exact on arcs, positive for a counter-clockwise one. 0 without path objects.
 double SignedOutlineArea(CPolygon::PathObjects const & outline);
 
+/// Area of the outline alone, without its holes, and its length.
+double AreaOf(CPolygon const & ring);
+double LengthOf(CPolygon const & ring);
+
+/// The rings of the union of `a` and `b` have all the area and all the length of both: these share neither area nor a
+/// stretch of outline, but meet in single points. An outline that runs through such a point twice is hard on the next
+/// clip, and nothing is gained by it.
+bool IsPointContact(std::vector<CPolygon*> const & rings, CPolygon const & a, CPolygon const & b);
+
 /// Area of a rectangle; a side that isn't positive counts as 0.
 inline double RectArea(CBoundingRect<double> const & rect)
 {

@@ -88,6 +88,7 @@ EClipResult SubtractFromPolygon(PolygonVector & work, std::size_t index, CPolygo
     {
         OwningPolygonVector pieces;
         clipper.GetResultPolygons(pieces);
+        NestRings(pieces);
         return ReplaceByPieces(work, index, pieces, clip, clipper) ? Clipper::eClipResultReady : Clipper::eClipFailed;
     }
     case Clipper::eClipSubjectInsideClip:
@@ -179,6 +180,7 @@ EClipResult IntersectWithOutline(PolygonVector & work, std::size_t index, CPolyg
     {
         OwningPolygonVector pieces;
         clipper.GetResultPolygons(pieces);
+        NestRings(pieces);
         return ReplaceByPieces(work, index, pieces, clip, clipper) ? Clipper::eClipResultReady : Clipper::eClipFailed;
     }
     case Clipper::eClipClipInsideSubject:

@@ -38,4 +38,8 @@ bool Encloses(CPolygon const & polygon, CPolygon const & hole);
 /// is empty afterwards. Null if no polygon has an outline.
 std::unique_ptr<CPolygon> SplitResultInOutlineAndRest(PolygonVector & rest, PolygonVector & input);
 
+/// Tells which of `rings`, outlines that don't cross each other, are solid and which are holes, by how many others they
+/// lie in, and hangs each hole on the innermost solid one around it. `rings` holds the solid ones afterwards.
+void NestRings(PolygonVector & rings);
+
 } // namespace geometry

@@ -2,6 +2,7 @@
 // what the union encloses without covering it is solid area again, which comes back as polygons of its own.
 #include <set>
 
+#include "polygon/area.h"
 #include "polygon/booleans.h"
 
 namespace geometry
@@ -58,6 +59,8 @@ public:
 
     void UniteWithTouchedHoles();
     void CutHolesOutOfExtra();
+    /// Parts of the grown hole that only touch it.
+    PolygonVector & GetApart() { return m_Apart; }
 
 private:
     void UniteWith(CPolygon* present);
@@ -67,6 +70,7 @@ private:
     CPolygon & m_Hole; ///< the new hole as it grows; emptied when a present hole covers it
     Clipper & m_Clipper;
     PolygonVector & m_Extra; ///< solid area that the new hole encloses
+    OwningPolygonVector m_Apart;
 };
 
 void CHoleAdder::UniteWithTouchedHoles()
@@ -106,7 +110,7 @@ void CHoleAdder::UniteWith(CPolygon* present)
 {
     OwningPolygonVector merged;
     m_Clipper.GetResultPolygons(merged);
-    if (merged.empty())
+    if (merged.empty() || IsPointContact(merged, m_Hole, *present))
     {
         return;
     }
@@ -126,7 +130,12 @@ void CHoleAdder::UniteWith(CPolygon* present)
         auto const & objects = outer->GetOutline();
         CPolygonInternals::InitializeWithClones(m_Hole, {objects.begin(), objects.end()});
         DeleteHole(present);
-        AppendPolygons(m_Extra, rest);
+        for (CPolygon*& ring : rest)
+        {
+            // one that stands apart is a part of the hole that touches the rest of it
+            (Encloses(m_Hole, *ring) ? m_Extra : m_Apart).push_back(ring);
+            ring = nullptr;
+        }
     }
 }
 
@@ -183,6 +192,11 @@ void CPolygon::AddHole(CPolygon const* const hole, CPolygonClipBase<double>* cli
         if (!copy->m_Outline.empty() && !extra.empty())
         {
             adder.CutHolesOutOfExtra();
+        }
+        for (CPolygon*& part : adder.GetApart())
+        {
+            CPolygonInternals::AddAsHole(*this, *part);
+            part = nullptr;
         }
     }
     if (!copy->m_Outline.empty())

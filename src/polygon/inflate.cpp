@@ -13,11 +13,13 @@ namespace
 
 void AppendBands(CPolygon const & ring, double distance, PolygonVector & bands)
 {
-    bands.reserve(bands.size() + ring.GetOutline().size()); // so that no band is lost on its way in
     for (CPathObjectBase const* object : ring.GetOutline())
     {
-        CPolygon* band = object->GetInflatePolygon(distance);
-        CPolygon::AddPolygonToVectorWhenValid(band, bands);
+        std::unique_ptr<CPolygon> band(object->GetInflatePolygon(distance));
+        if (band != nullptr && !band->GetOutline().empty())
+        {
+            PushPolygon(bands, std::move(band));
+        }
     }
 }
 
@@ -44,7 +46,7 @@ void CPolygon::GetInflatedPolygon(std::vector<CPolygon*> & result, double amount
     else
     {
         std::unique_ptr<Clipper> const clipper(CreateClipper());
-        MergePolygonRange(*this, result, range, *clipper);
+        MergeRangeCompletely(*this, result, range, *clipper);
     }
 }
 

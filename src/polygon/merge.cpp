@@ -20,43 +20,21 @@ bool IsAnswer(EClipResult r)
            r == Clipper::eClipClipInsideSubject;
 }
 
-double AreaOf(CPolygon const & ring)
-{
-    return std::abs(SignedOutlineArea(ring.GetOutline()));
-}
-
-double LengthOf(CPolygon const & ring)
-{
-    double length = 0.0;
-    for (CPathObjectBase const* object : ring.GetOutline())
-    {
-        length += object->CalculateLength();
-    }
-    return length;
-}
-
 /// A ring of a union that is nowhere wider than `shift`.
 bool IsThinnerThan(CPolygon const & ring, double shift)
 {
     return AreaOf(ring) <= shift * LengthOf(ring);
 }
 
-/// The rings of the union of `a` and `b` have all the area and all the length of both: these share neither area nor a
-/// stretch of outline, but meet in single points. An outline that runs through such a point twice is hard on the next
-/// clip, and nothing is gained by it.
-bool IsPointContact(PolygonVector const & rings, CPolygon const & a, CPolygon const & b)
+/// Never so where `a` contains `b`.
+bool IsSmaller(CPolygon const* a, CPolygon const* b)
 {
-    auto const isSameSum = [&](auto measure)
-    {
-        double sum = 0.0;
-        for (CPolygon const* ring : rings)
-        {
-            sum += measure(*ring);
-        }
-        double const expected = measure(a) + measure(b);
-        return std::abs(sum - expected) <= 1e-10 * expected;
-    };
-    return isSameSum(AreaOf) && isSameSum(LengthOf);
+    CBoundingRect<double> const & rectA = a->GetBoundingRect();
+    CBoundingRect<double> const & rectB = b->GetBoundingRect();
+    double const areaA = RectArea(rectA);
+    double const areaB = RectArea(rectB);
+    bool const isSameRect = areaA == areaB && rectA.minX == rectB.minX && rectA.minY == rectB.minY;
+    return isSameRect ? AreaOf(*a) < AreaOf(*b) : areaA < areaB;
 }
 
 /// One call of `DoMergeCore`. Every live polygon of the group stands in exactly one of the group, `m_Pending`,
@@ -64,15 +42,13 @@ bool IsPointContact(PolygonVector const & rings, CPolygon const & a, CPolygon co
 class CMerger
 {
 public:
-    CMerger(PolygonVector & group, PolygonVector & result, Clipper & clipper)
-        : m_Group(group), m_Result(result), m_Clipper(clipper)
+    CMerger(PolygonVector & group, PolygonVector & result, Clipper & clipper, EMergeOrder order)
+        : m_Group(group), m_Result(result), m_Clipper(clipper), m_Order(order)
     {
-        std::size_t count = group.size();
         for (CPolygon const* polygon : group)
         {
-            count += polygon->GetHoles().size();
+            m_IslandLimit += 16 * (1 + polygon->GetHoles().size());
         }
-        m_IslandLimit += std::uint64_t{count} * count;
     }
 
     MergeOutcome Run();
@@ -81,6 +57,8 @@ private:
     /// A candidate on its way into the target.
     struct Candidate
     {
+        bool holesStay = false;      ///< no hole has to do with this merge: the target keeps its own in their place
+        bool hadHoles = false;       ///< the target, before
         bool changed = false;        ///< the target covers new area, or lost some of its holes
         OwningPolygonVector merged;  ///< outlines of the union, if they cross
         OwningPolygonVector holes;   ///< what is left of the holes of both
@@ -90,6 +68,7 @@ private:
     void GrowTarget();
     void TryCandidate(PolygonVector & scan, std::size_t index);
     EClipResult RunUnion(CPolygon const & candidate, OwningPolygonVector & merged);
+    bool DoHolesStay(CPolygon const & polygon, EClipResult r, Candidate const & candidate) const;
     void KeepHolesOfCandidate(CPolygon const & polygon, Candidate & candidate);
     bool KeepHolesOfTarget(CPolygon const & polygon, EClipResult r, Candidate & candidate);
     EClipResult SubtractFromHole(CPolygon const & hole, CPolygon const & solid, OwningPolygonVector & pieces,
@@ -107,21 +86,27 @@ private:
     PolygonVector & m_Group;
     PolygonVector & m_Result;
     Clipper & m_Clipper;
+    EMergeOrder m_Order;
     OwningPolygonVector m_Pending; ///< what the present pass goes through, from the second pass on
     OwningPolygonVector m_Retest;  ///< passed over, but the target grew towards them since
     MergeOutcome m_Outcome;
-    std::uint64_t m_IslandCount = 0;
+    std::size_t m_IslandCount = 0;
     /// Far beyond what holes that don't overlap can set free: where it is passed, islands aren't merged any more, so
     /// that a polygon whose holes overlap can't free the same one for ever.
-    std::uint64_t m_IslandLimit = 1000;
+    std::size_t m_IslandLimit = 1000;
 };
 
 MergeOutcome CMerger::Run()
 {
     while (!m_Group.empty())
     {
-        m_Result.push_back(m_Group.back());
-        m_Group.pop_back();
+        std::size_t const next =
+            m_Order == EMergeOrder::eLastFirst
+                ? m_Group.size() - 1
+                : static_cast<std::size_t>(std::max_element(m_Group.begin(), m_Group.end(), IsSmaller) -
+                                           m_Group.begin());
+        MovePolygon(m_Group, next, m_Result);
+        m_Clipper.ForgetLargestShift();
         GrowTarget();
     }
     return m_Outcome;
@@ -159,11 +144,16 @@ void CMerger::TryCandidate(PolygonVector & scan, std::size_t index)
         return;
     }
     candidate.changed = r == Clipper::eClipResultReady;
-    KeepHolesOfCandidate(polygon, candidate);
-    if (!KeepHolesOfTarget(polygon, r, candidate))
+    candidate.hadHoles = !Target().GetHoles().empty();
+    candidate.holesStay = DoHolesStay(polygon, r, candidate);
+    if (!candidate.holesStay)
     {
-        MovePolygon(scan, index, scan); // an island in a hole: nothing changed
-        return;
+        KeepHolesOfCandidate(polygon, candidate);
+        if (!KeepHolesOfTarget(polygon, r, candidate))
+        {
+            MovePolygon(scan, index, scan); // an island in a hole: nothing changed
+            return;
+        }
     }
     Absorb(scan, index, r, candidate);
     PutHolesBack(candidate);
@@ -199,6 +189,18 @@ EClipResult CMerger::RunUnion(CPolygon const & candidate, OwningPolygonVector & 
     return merged.empty() || IsPointContact(merged, candidate, Target()) ? Clipper::eClipSeparate : r;
 }
 
+/// The candidate has no holes and reaches none of the target, whose outline only grows: all would be put back as they are.
+bool CMerger::DoHolesStay(CPolygon const & polygon, EClipResult r, Candidate const & candidate) const
+{
+    auto const & holes = Target().GetHoles();
+    bool const onlyGrows =
+        r == Clipper::eClipClipInsideSubject || (r == Clipper::eClipResultReady && candidate.merged.size() == 1);
+    return onlyGrows && polygon.GetHoles().empty() &&
+           std::none_of(holes.begin(), holes.end(),
+                        [&](CPolygon const* hole)
+                        { return hole->GetBoundingRect().Overlaps(polygon.GetBoundingRect()); });
+}
+
 /// What of a hole survives `solid`. A failure loses the hole.
 EClipResult CMerger::SubtractFromHole(CPolygon const & hole, CPolygon const & solid, OwningPolygonVector & pieces,
                                       Candidate & candidate)
@@ -227,29 +229,54 @@ void CMerger::KeepHolesOfCandidate(CPolygon const & polygon, Candidate & candida
     }
 }
 
-/// False if the candidate is an island in a hole of the target, so that nothing is to merge.
+/// False if the candidate is an island in a hole of the target, so that nothing is to merge. The target keeps its holes
+/// until then. Holes that the candidate can't reach aren't copied.
 bool CMerger::KeepHolesOfTarget(CPolygon const & polygon, EClipResult r, Candidate & candidate)
 {
-    for (CPolygon const* hole : Target().GetHoles())
+    std::vector<CPolygon*> const & holes = Target().GetHoles();
+    std::vector<bool> isReached(holes.size(), false);
+    OwningPolygonVector kept; // null for a hole out of reach
+    for (std::size_t i = 0; i < holes.size(); ++i)
     {
+        CPolygon const* const hole = holes[i];
+        if (!hole->GetBoundingRect().Overlaps(polygon.GetBoundingRect()))
+        {
+            kept.push_back(nullptr);
+            continue;
+        }
         OwningPolygonVector pieces;
         EClipResult const v = SubtractFromHole(*hole, polygon, pieces, candidate);
         if (v == Clipper::eClipFailed)
         {
-            return true;
+            break;
         }
         if (r == Clipper::eClipClipInsideSubject && v == r && polygon.GetHoles().empty())
         {
             return false;
         }
+        isReached[i] = true;
         for (CPolygon*& piece : pieces)
         {
             if (!polygon.PolygonInPolygon(*piece) || !LiesInSolid(*piece, polygon))
             {
-                candidate.holes.push_back(piece);
+                kept.push_back(piece);
                 piece = nullptr;
             }
         }
+    }
+    OwningPolygonVector old;
+    CPolygonInternals::TakeHoles(Target(), old);
+    candidate.holes.reserve(candidate.holes.size() + kept.size());
+    std::size_t next = 0;
+    for (CPolygon*& piece : kept)
+    {
+        while (piece == nullptr && isReached[next])
+        {
+            ++next;
+        }
+        CPolygon*& source = piece == nullptr ? old[next++] : piece;
+        candidate.holes.push_back(source);
+        source = nullptr;
     }
     return true;
 }
@@ -264,9 +291,7 @@ bool CMerger::LiesInSolid(CPolygon const & piece, CPolygon const & polygon)
 /// Makes the candidate at `index` part of the target, which loses its holes; they are put back later.
 void CMerger::Absorb(PolygonVector & scan, std::size_t index, EClipResult r, Candidate & candidate)
 {
-    bool const hadHoles = !Target().GetHoles().empty();
     CPolygonInternals::DeleteHoles(*scan[index]);
-    CPolygonInternals::DeleteHoles(Target());
     std::unique_ptr<CPolygon> polygon = TakePolygon(scan, index);
     EClipResult & code = m_Outcome.code;
     if (r == Clipper::eClipResultReady)
@@ -281,7 +306,8 @@ void CMerger::Absorb(PolygonVector & scan, std::size_t index, EClipResult r, Can
         m_Result.back() = polygon.release();
         polygon.reset(swallowed);
     }
-    bool const hasGrown = r == Clipper::eClipSubjectInsideClip || hadHoles; // a hole may have been covered as a whole
+    bool const hasGrown = r == Clipper::eClipSubjectInsideClip ||
+                          (candidate.hadHoles && !candidate.holesStay); // a hole may have been covered as a whole
     m_Outcome.mayHaveMissed = m_Outcome.mayHaveMissed || (hasGrown && !candidate.changed);
     code = code == Clipper::eClipFailed ? r : code;
 }
@@ -293,26 +319,17 @@ void CMerger::TakeOverUnion(OwningPolygonVector & merged, OwningPolygonVector & 
     if (merged.size() == 1)
     {
         auto const & outline = merged.front()->GetOutline();
-        CPolygonInternals::InitializeWithClones(Target(), {outline.begin(), outline.end()});
+        CPolygonInternals::ReplaceOutline(Target(), {outline.begin(), outline.end()});
         return;
     }
     OwningPolygonVector rest;
-    std::unique_ptr<CPolygon> const outer = SplitResultInOutlineAndRest(rest, merged);
-    OwningPolygonVector enclosed;
-    PolygonVector all(rest);
-    all.push_back(outer.get());
-    for (std::size_t i = 0; i < all.size() - 1; ++i)
-    {
-        auto const count =
-            std::count_if(all.begin(), all.end(),
-                          [&](CPolygon const* other) { return other != all[i] && Encloses(*other, *all[i]); });
-        (count % 2 == 0 ? apart : enclosed).push_back(all[i]);
-        rest[i] = nullptr;
-    }
-    PolygonVector solids(apart);
-    solids.push_back(outer.get());
-    AttachHolesToPolygons(solids, enclosed);
-    CPolygonInternals::InitializeWithPolygon(Target(), *outer);
+    PushPolygon(merged, SplitResultInOutlineAndRest(rest, merged)); // which empties `merged`
+    AppendPolygons(merged, rest);
+    NestRings(merged);
+    auto const outer = std::max_element(merged.begin(), merged.end(), IsSmaller);
+    std::unique_ptr<CPolygon> const target = TakePolygon(merged, static_cast<std::size_t>(outer - merged.begin()));
+    CPolygonInternals::InitializeWithPolygon(Target(), *target);
+    AppendPolygons(apart, merged);
 }
 
 /// Gives the holes to the innermost polygons around them. Solid pieces within the holes stand free from now on.
@@ -371,39 +388,25 @@ void CMerger::OfferAgain(PolygonVector & from, std::size_t start, CBoundingRect<
 
 } // namespace
 
-MergeOutcome DoMergeCore(PolygonVector & group, PolygonVector & result, Clipper & clipper)
+MergeOutcome DoMergeCore(PolygonVector & group, PolygonVector & result, Clipper & clipper, EMergeOrder order)
 {
-    return CMerger(group, result, clipper).Run();
+    return CMerger(group, result, clipper, order).Run();
 }
 
-MergeOutcome MergeCompletely(PolygonVector & group, PolygonVector & result, Clipper & clipper)
+MergeOutcome MergeCompletely(PolygonVector & group, PolygonVector & result, Clipper & clipper, EMergeOrder order)
 {
     MergeOutcome total;
     for (bool isDone = false; !isDone;)
     {
         std::size_t const count = group.size();
         OwningPolygonVector merged;
-        MergeOutcome const outcome = DoMergeCore(group, merged, clipper);
-        isDone = !outcome.mayHaveMissed || merged.size() >= count;
+        MergeOutcome const outcome = DoMergeCore(group, merged, clipper, order);
+        isDone = !outcome.mayHaveMissed || (order == EMergeOrder::eLargestFirst && merged.size() >= count);
         AppendPolygons(isDone ? result : group, merged);
-        total = MergeOutcome{outcome.code, !isDone || outcome.mayHaveMissed, total.lostHoles || outcome.lostHoles};
+        total = MergeOutcome{outcome.code, outcome.mayHaveMissed, total.lostHoles || outcome.lostHoles};
+        order = EMergeOrder::eLargestFirst;
     }
     return total;
-}
-
-EClipResult DoMergeCoreRestricted(PolygonVector & group, PolygonVector & result, Clipper & clipper)
-{
-    OwningPolygonVector islands;
-    SplitOffIslands(group, islands);
-    OwningPolygonVector holes;
-    for (CPolygon* polygon : group)
-    {
-        CPolygonInternals::TakeHoles(*polygon, holes);
-    }
-    MergeCompletely(group, result, clipper);
-    AttachHolesToPolygons(result, holes);
-    AppendPolygons(result, islands);
-    return Clipper::eClipNothingToDo;
 }
 
 } // namespace geometry

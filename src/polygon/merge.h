@@ -46,22 +46,33 @@ struct MergeOutcome
     bool lostHoles = false;        ///< a hole couldn't be worked out and is gone
 };
 
-/// Unites the polygons of `group`, starting from its last, and appends the merged ones to `result`; `group` is empty
-/// afterwards. Polygons that one passed over before it was swallowed by another aren't offered to that one again.
-MergeOutcome DoMergeCore(PolygonVector & group, PolygonVector & result, Clipper & clipper);
+/// Which polygon of a group is grown next.
+enum class EMergeOrder
+{
+    eLastFirst,
+    eLargestFirst ///< so that none is swallowed by another one, which hadn't met all that it passed over
+};
 
-/// `DoMergeCore`, again and again until nothing is missed.
-MergeOutcome MergeCompletely(PolygonVector & polygons, PolygonVector & result, Clipper & clipper);
+/// Unites the polygons of `group`, starting from the one that `order` says, and appends the merged ones to `result`; `group` is empty
+/// afterwards. Polygons that one passed over before it was swallowed by another aren't offered to that one again.
+MergeOutcome DoMergeCore(PolygonVector & group, PolygonVector & result, Clipper & clipper, EMergeOrder order);
+
+/// `DoMergeCore`, again and again until nothing is missed; `order` is that of the first round.
+MergeOutcome MergeCompletely(PolygonVector & group, PolygonVector & result, Clipper & clipper, EMergeOrder order);
 
 /// Merges pieces whose holes are known not to meet other pieces: merges the outlines, then puts the holes back.
 EClipResult DoMergeCoreRestricted(PolygonVector & group, PolygonVector & result, Clipper & clipper);
+
+/// `MergePolygonRange`, but until nothing is missed: its results don't overlap each other.
+EClipResult MergeRangeCompletely(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range,
+                                 Clipper & clipper);
 
 /// Empties `result`, deleting, and fills it with the union of `polygon` and all of `range`, beginning with `polygon`.
 /// `eClipFailed` leaves it empty; `eClipNothingToDo` says that no new outline was traced.
 EClipResult MergePolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range,
                               Clipper & clipper);
 
-/// The same by `DoMergeCoreRestricted`, beginning with the last of `range`.
+/// The same by `DoMergeCoreRestricted`.
 EClipResult MergePolygonRangeRestricted(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range,
                                         Clipper & clipper);
 

@@ -101,4 +101,65 @@ void SplitOffIslands(PolygonVector & polygons, PolygonVector & islands)
     }
 }
 
+namespace
+{
+
+/// Finds polygons by rectangle and owns none of them.
+struct TBorrowedPolygons
+{
+    TBorrowedPolygons() = default;
+    TBorrowedPolygons(TBorrowedPolygons const &) = delete;
+    TBorrowedPolygons & operator=(TBorrowedPolygons const &) = delete;
+    ~TBorrowedPolygons() { hash.Clear(); }
+
+    CPolygon::PolygonHash hash;
+};
+
+/// A hole that lies where two pieces overlap comes with both.
+void DropDuplicates(PolygonVector & holes)
+{
+    TBorrowedPolygons kept;
+    for (CPolygon*& hole : holes)
+    {
+        std::vector<CPolygon*> near;
+        CBoundingRect<int> const rect = ToIntegerRect(hole->GetBoundingRect());
+        kept.hash.GetObjectsInRect(hole->GetBoundingRect(), near);
+        bool const isThere = std::any_of(
+            near.begin(), near.end(),
+            [&](CPolygon const* other)
+            {
+                CBoundingRect<int> const otherRect = ToIntegerRect(other->GetBoundingRect());
+                return otherRect.minX == rect.minX && otherRect.maxY == rect.maxY && other->IsCoincidentWith(*hole);
+            });
+        if (isThere)
+        {
+            delete hole;
+            hole = nullptr;
+        }
+        else
+        {
+            kept.hash.Add(hole);
+        }
+    }
+    holes.erase(std::remove(holes.begin(), holes.end(), nullptr), holes.end());
+}
+
+} // namespace
+
+EClipResult DoMergeCoreRestricted(PolygonVector & group, PolygonVector & result, Clipper & clipper)
+{
+    OwningPolygonVector islands;
+    SplitOffIslands(group, islands);
+    OwningPolygonVector holes;
+    for (CPolygon* polygon : group)
+    {
+        CPolygonInternals::TakeHoles(*polygon, holes);
+    }
+    MergeCompletely(group, result, clipper, EMergeOrder::eLastFirst);
+    DropDuplicates(holes);
+    AttachHolesToPolygons(result, holes);
+    AppendPolygons(result, islands);
+    return Clipper::eClipNothingToDo;
+}
+
 } // namespace geometry

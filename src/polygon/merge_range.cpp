@@ -1,16 +1,17 @@
 // The ways into a merge: two polygons, a range with the first one's part laid down, and the public one over many, which
-// chooses the order so that nothing is missed.
-#include <cmath>
-
-#include "polygon/area.h"
+// takes the largest first.
 #include "polygon/merge.h"
-#include "polygon/relation_sort.h"
 
 namespace geometry
 {
 
-EClipResult MergePolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range,
-                              Clipper & clipper)
+namespace
+{
+
+/// A merge of a range: copies, in groups, each group by `mergeGroup`. The value is that of the last group.
+template <typename MergeGroup>
+EClipResult MergeGroups(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range,
+                        MergeGroup const & mergeGroup)
 {
     DeletePolygons(result);
     if (range.empty())
@@ -27,13 +28,31 @@ EClipResult MergePolygonRange(CPolygon const & polygon, PolygonVector & result, 
     EClipResult code = Clipper::eClipNothingToDo;
     for (PolygonVector & group : GroupPolygons(all))
     {
-        code = DoMergeCore(group, result, clipper).code;
+        code = mergeGroup(group).code;
     }
     if (code == Clipper::eClipFailed)
     {
         DeletePolygons(result);
     }
     return code;
+}
+
+} // namespace
+
+EClipResult MergePolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range,
+                              Clipper & clipper)
+{
+    return MergeGroups(polygon, result, range,
+                       [&](PolygonVector & group)
+                       { return DoMergeCore(group, result, clipper, EMergeOrder::eLastFirst); });
+}
+
+EClipResult MergeRangeCompletely(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range,
+                                 Clipper & clipper)
+{
+    return MergeGroups(polygon, result, range,
+                       [&](PolygonVector & group)
+                       { return MergeCompletely(group, result, clipper, EMergeOrder::eLastFirst); });
 }
 
 EClipResult MergePolygonRangeRestricted(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range,
@@ -65,20 +84,6 @@ bool CPolygon::MergePolygon(std::vector<CPolygon*> & result, CPolygon const & ot
     return MergePolygonRange(*this, result, PolygonRange(1, &other), *clipper) != Clipper::eClipFailed;
 }
 
-namespace
-{
-
-/// By rectangle, then by outline: a polygon never lies in one that stands before it.
-bool IsSmaller(CPolygon const & a, CPolygon const & b)
-{
-    double const areaA = RectArea(a.GetBoundingRect());
-    double const areaB = RectArea(b.GetBoundingRect());
-    return areaA != areaB ? areaA < areaB
-                          : std::abs(SignedOutlineArea(a.GetOutline())) < std::abs(SignedOutlineArea(b.GetOutline()));
-}
-
-} // namespace
-
 bool CPolygon::MergePolygons(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons)
 {
     OwningPolygonVector all;
@@ -89,29 +94,19 @@ bool CPolygon::MergePolygons(std::vector<CPolygon*> & result, std::vector<CPolyg
             PushPolygon(all, std::make_unique<CPolygon>(*polygon));
         }
     }
-    DeletePolygons(result);
     std::unique_ptr<Clipper> const clipper(CreateClipper());
-    // starting from the largest, a merge meets all that there is; only covered holes can ask for another round
-    for (bool isDone = all.empty(); !isDone;)
+    OwningPolygonVector merged;
+    bool lostHoles = false;
+    for (PolygonVector & group : GroupPolygons(all))
     {
-        std::size_t const count = all.size();
-        OwningPolygonVector merged;
-        MergeOutcome total;
-        for (PolygonVector & group : GroupPolygons(all))
-        {
-            SortByRelation(group, IsSmaller);
-            MergeOutcome const outcome = DoMergeCore(group, merged, *clipper);
-            total.mayHaveMissed = total.mayHaveMissed || outcome.mayHaveMissed;
-            total.lostHoles = total.lostHoles || outcome.lostHoles;
-        }
-        if (total.lostHoles)
-        {
-            return false;
-        }
-        isDone = !total.mayHaveMissed || merged.size() >= count;
-        AppendPolygons(isDone ? result : all, merged);
+        lostHoles = MergeCompletely(group, merged, *clipper, EMergeOrder::eLargestFirst).lostHoles || lostHoles;
     }
-    return true;
+    if (lostHoles)
+    {
+        DeletePolygons(merged);
+    }
+    result.swap(merged); // what it held goes with `merged`
+    return !lostHoles;
 }
 
 } // namespace geometry

@@ -71,6 +71,20 @@ struct CPolygonInternals
     {
         polygon.InitializeWithPolygon(other);
     }
+    /// Makes clones of `objects` the outline; the holes stay, and wind against it.
+    static void ReplaceOutline(CPolygon & polygon, std::vector<CPathObjectBase const*> const & objects)
+    {
+        CPolygon fresh;
+        fresh.InitializeWithClones(objects);
+        polygon.ClearOutlineCache();
+        polygon.m_Outline.swap(fresh.m_Outline);
+        polygon.m_BoundingRect = fresh.m_BoundingRect;
+        polygon.m_WindingDirection = fresh.m_WindingDirection;
+        for (CPolygon* hole : polygon.GetHoles())
+        {
+            polygon.SetCorrectHoleWinding(*hole);
+        }
+    }
     static CPolygon::PolygonHash & HolesOf(CPolygon & polygon) { return polygon.m_Holes; }
     static void DeleteHoles(CPolygon & polygon) { polygon.DeleteHoles(); }
     /// Moves the holes to the end of `holes`.

@@ -37,8 +37,12 @@ std::unique_ptr<CPolygon> MakeRectangle(CBoundingRect<double> const & rect)
 
 } // namespace
 
-CSubtractTile::CSubtractTile(CBoundingRect<double> cell)
+CSubtractTile::CSubtractTile(CBoundingRect<double> cell) : m_Core(cell)
 {
+    m_Core.minX += CutMargin + WorkMargin;
+    m_Core.minY += CutMargin + WorkMargin;
+    m_Core.maxX -= CutMargin + WorkMargin;
+    m_Core.maxY -= CutMargin + WorkMargin;
     cell.Inflate(CutMargin);
     m_CutRect = MakeRectangle(cell);
     cell.Inflate(WorkMargin);
@@ -58,6 +62,13 @@ void CSubtractTile::Process(CPolygon const & subject, CPolygon::PolygonHash cons
         DeletePolygons(m_Pieces);
     }
     SplitOffIslands(m_Pieces, m_Islands);
+    for (std::size_t i = m_Islands.size(); i-- > 0;)
+    {
+        if (!m_Core.ContainsRect(m_Islands[i]->GetBoundingRect()))
+        {
+            MovePolygon(m_Islands, i, m_BorderIslands);
+        }
+    }
 }
 
 bool CSubtractTile::Subtract(CPolygon const & subject, CPolygon::PolygonHash const & cutters, Clipper & clipper)

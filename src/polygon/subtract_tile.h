@@ -17,10 +17,12 @@ public:
     std::unique_ptr<CPolygon> m_CutRect; ///< then: what the result replaces in the subject; null if given up
     OwningPolygonVector m_Pieces;        ///< the result
     OwningPolygonVector m_Islands;       ///< those of the result that lie in a hole of another
+    OwningPolygonVector m_BorderIslands; ///< islands that reach into a neighbour, which may know them as its pieces
 
 private:
     bool Subtract(CPolygon const & subject, CPolygon::PolygonHash const & cutters, Clipper & clipper);
 
+    CBoundingRect<double> m_Core;           ///< the part of the cell that no neighbour treats
     std::unique_ptr<CPolygon> m_WorkRect;   ///< the part of the subject that is treated
     std::unique_ptr<CPolygon> m_SearchRect; ///< where polygons to subtract are looked for, and to which they are cut
 };

@@ -14,6 +14,7 @@
 #include "clip/gave_up_count.h"
 #include "polygon/merge.h"
 #include "polygon/subtract_tile.h"
+#include "polygon/tile_seams.h"
 #include "thread/join_all.h"
 #include "thread/mutex.h"
 
@@ -50,21 +51,25 @@ std::vector<double> TileBorders(double first, double last)
     return borders;
 }
 
-/// Columns from left to right, each from bottom to top. False if they have no end.
-bool MakeTiles(CBoundingRect<double> const & bounds, Tiles & tiles)
+/// Columns from left to right, each from bottom to top. False if they have no end. The borders are left in `grid`.
+bool MakeTiles(CBoundingRect<double> const & bounds, TTileGrid & grid, Tiles & tiles)
 {
     bool const hasExtent = bounds.minX < bounds.maxX && bounds.minY < bounds.maxY;
-    std::vector<double> const x = TileBorders(bounds.minX, bounds.maxX);
-    std::vector<double> const y = TileBorders(bounds.minY, bounds.maxY);
-    if (hasExtent && (x.empty() || y.empty() || (x.size() - 1) * (y.size() - 1) > MaxTileCount))
+    if (!hasExtent)
+    {
+        return true;
+    }
+    grid.x = TileBorders(bounds.minX, bounds.maxX);
+    grid.y = TileBorders(bounds.minY, bounds.maxY);
+    if (grid.x.empty() || grid.y.empty() || (grid.x.size() - 1) * (grid.y.size() - 1) > MaxTileCount)
     {
         return false;
     }
-    for (std::size_t column = 1; hasExtent && column < x.size(); ++column)
+    for (std::size_t column = 1; column < grid.x.size(); ++column)
     {
-        for (std::size_t row = 1; row < y.size(); ++row)
+        for (std::size_t row = 1; row < grid.y.size(); ++row)
         {
-            tiles.emplace_back(CBoundingRect<double>(x[column - 1], y[row - 1], x[column], y[row]));
+            tiles.emplace_back(CBoundingRect<double>(grid.x[column - 1], grid.y[row - 1], grid.x[column], grid.y[row]));
         }
     }
     return true;
@@ -185,7 +190,8 @@ void RunSubtractTiles(unsigned int workers, Tiles & tiles, CPolygon const & subj
         return;
     }
     TTileQueue queue(tiles, subject, cutters);
-    std::vector<thread*> threads = StartWorkers(workers, queue);
+    auto const count = static_cast<unsigned int>(std::min<std::size_t>(workers, tiles.size()));
+    std::vector<thread*> threads = StartWorkers(count, queue);
     try
     {
         JoinAll(threads);
@@ -208,8 +214,8 @@ void RunSubtractTiles(unsigned int workers, Tiles & tiles, CPolygon const & subj
 class CTileJoiner
 {
 public:
-    CTileJoiner(CPolygon const & subject, Tiles & tiles, Clipper & clipper)
-        : m_Subject(subject), m_Tiles(tiles), m_Clipper(clipper)
+    CTileJoiner(CPolygon const & subject, TTileGrid const & grid, Tiles & tiles, Clipper & clipper)
+        : m_Subject(subject), m_Grid(grid), m_Tiles(tiles), m_Clipper(clipper)
     {
     }
 
@@ -225,10 +231,12 @@ public:
             (this->*step)();
         }
         AppendPolygons(m_Work, m_Merged);
+        AppendPolygons(m_Work, m_BorderIslands);
         if (!this_thread::cancellation_requested())
         {
             MergeAll(result);
             AppendPolygons(result, m_Islands);
+            RemoveSeams(m_Grid, result);
         }
         return m_IsDone;
     }
@@ -240,14 +248,16 @@ private:
     void MergeAll(PolygonVector & result);
 
     CPolygon const & m_Subject;
+    TTileGrid const & m_Grid;
     Tiles & m_Tiles;
     Clipper & m_Clipper;
-    PolygonRange m_Cuts;           ///< the cut rectangles of the treated tiles; the tiles own them
-    OwningPolygonVector m_Pieces;  ///< of all tiles, in tile order
-    OwningPolygonVector m_Islands; ///< the same
-    OwningPolygonVector m_Merged;  ///< of the pieces
-    OwningPolygonVector m_Work;    ///< the subject outside the treated tiles, then also what they came to
-    bool m_IsDone = false;         ///< by the last step that said anything
+    PolygonRange m_Cuts;                 ///< the cut rectangles of the treated tiles; the tiles own them
+    OwningPolygonVector m_Pieces;        ///< of all tiles, in tile order
+    OwningPolygonVector m_Islands;       ///< the same
+    OwningPolygonVector m_BorderIslands; ///< the same
+    OwningPolygonVector m_Merged;        ///< of the pieces
+    OwningPolygonVector m_Work;          ///< the subject outside the treated tiles, then also what they came to
+    bool m_IsDone = false;               ///< by the last step that said anything
 };
 
 void CTileJoiner::Collect()
@@ -260,6 +270,7 @@ void CTileJoiner::Collect()
         }
         AppendPolygons(m_Pieces, tile.m_Pieces);
         AppendPolygons(m_Islands, tile.m_Islands);
+        AppendPolygons(m_BorderIslands, tile.m_BorderIslands);
     }
 }
 
@@ -307,7 +318,7 @@ void CTileJoiner::MergeAll(PolygonVector & result)
         MovePolygon(m_Work, 0, m_Work); // a merge begins with the last
         for (PolygonVector & group : GroupPolygons(m_Work))
         {
-            m_IsDone = MergeCompletely(group, result, m_Clipper).code != Clipper::eClipFailed;
+            m_IsDone = MergeCompletely(group, result, m_Clipper, EMergeOrder::eLastFirst).code != Clipper::eClipFailed;
         }
         if (!m_IsDone)
         {
@@ -330,8 +341,9 @@ bool SubtractInTiles(CPolygon const & subject, PolygonVector & result, PolygonRa
         copy.release();
         bounds.Include(polygon->GetBoundingRect());
     }
+    TTileGrid grid;
     Tiles tiles;
-    if (!MakeTiles(bounds, tiles) || this_thread::cancellation_requested())
+    if (!MakeTiles(bounds, grid, tiles) || this_thread::cancellation_requested())
     {
         return false;
     }
@@ -343,7 +355,7 @@ bool SubtractInTiles(CPolygon const & subject, PolygonVector & result, PolygonRa
     {
         this_thread::Cancel(); // the exception has taken the request: it goes on
     }
-    return CTileJoiner(subject, tiles, clipper).Join(result);
+    return CTileJoiner(subject, grid, tiles, clipper).Join(result);
 }
 
 bool CPolygon::SubtractPolygons(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons,
@@ -362,11 +374,11 @@ bool CPolygon::SubtractPolygons(std::vector<CPolygon*> & result, std::vector<CPo
     {
         isDone = SubtractPolygonsCore(pieces, range, workers) && !this_thread::cancellation_requested();
     }
-    DeletePolygons(result);
-    if (isDone)
+    if (!isDone)
     {
-        AppendPolygons(result, pieces);
+        DeletePolygons(pieces);
     }
+    result.swap(pieces); // what it held goes with `pieces`
     return isDone;
 }
 

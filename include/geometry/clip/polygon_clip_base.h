@@ -91,8 +91,9 @@ public:
 
     /// Reads `first` into the clip ring and `second` into the subject ring and runs the operation set before (a
     /// difference is `second` minus `first`). An inconsistent run is tried again with `first` moved by a tiny amount
-    /// (from 1e-11 to 1e-6 of the smaller side of its rectangle), 12 attempts in all. Both polygons must stay alive
-    /// and unchanged until the results are fetched.
+    /// (from 1e-11 to 1e-6 of the smaller side of its rectangle), 12 attempts in all; none is made of outlines with
+    /// arcs that reach beyond 1e15, where arcs have no precision left. Both polygons must stay alive and unchanged until
+    /// the results are fetched.
     EClipResult RunClip(CPolygon const & first, CPolygon const & second);
 
     /// What the next run computes.
@@ -101,9 +102,10 @@ public:
     /// How many runs of the calling thread have used up all attempts so far. The booleans leave a polygon uncut then
     /// (an intersection drops it) and still answer true: compare before and after a call to learn of it. Never falls.
     static unsigned long long GetGaveUpCount();
-    /// The farthest that `RunClip` has moved a polygon so far, in coordinate units; 0 if first attempts always succeeded.
-    /// Results can have gaps of this width where polygons touched.
+    /// The farthest that `RunClip` has moved a polygon since `ForgetLargestShift`, in coordinate units; 0 if first
+    /// attempts always succeeded. Results can have gaps of this width where polygons touched.
     double GetLargestShift() const { return m_LargestShift; }
+    void ForgetLargestShift() { m_LargestShift = 0.0; }
     /// How the outlines of the last run stood to each other.
     EClipStatus GetStatus() const { return m_Status; }
 
@@ -119,7 +121,7 @@ protected:
     EClipStatus m_Status = eStatusBothEmptyOrGaveUp; ///< record of the last run
     EClipOperation m_Operation = eClipUnion;         ///< written by the user before each run
     unsigned int m_Attempts = 0;                     ///< attempts of the last `RunClip`, for tests and measurements
-    double m_LargestShift = 0.0;                     ///< never falls
+    double m_LargestShift = 0.0;                     ///< of any attempt
 
 private:
     EClipResult RunCoincident(CPolygon const & second);
