@@ -14,8 +14,9 @@ namespace svg
 enum EExitStatus
 {
     eDone = 0,
-    eFailed = 1,  ///< the operation or the writing failed
-    eNotTaken = 2 ///< the input or the command line isn't taken
+    eFailed = 1,   ///< the operation or the writing failed
+    eNotTaken = 2, ///< the input or the command line isn't taken
+    eStopped = 130 ///< ended by Ctrl-C, as a shell reports it
 };
 
 /// The arguments that aren't options, and the options with their values; the last one of a name counts.

@@ -139,14 +139,4 @@ CPolygons ReadSvg(std::string const & file)
     return polygons;
 }
 
-void TakeOver(std::vector<geometry::CPolygon*> & source, CPolygons & target)
-{
-    target.reserve(target.size() + source.size()); // nothing below can throw
-    for (CPolygon* polygon : source)
-    {
-        target.emplace_back(polygon);
-    }
-    source.clear();
-}
-
 } // namespace svg

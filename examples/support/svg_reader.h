@@ -2,17 +2,13 @@
 /// The polygons of an SVG file.
 #pragma once
 
-#include <geometry/geometry.h>
+#include "polygons.h"
 
-#include <memory>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
 namespace svg
 {
-
-using CPolygons = std::vector<std::unique_ptr<geometry::CPolygon>>;
 
 /// A file, or something in it, that isn't taken; the text names the file, the path and the command.
 struct CSvgError : std::runtime_error
@@ -23,8 +19,5 @@ struct CSvgError : std::runtime_error
 /// Reads the outlines of all `<path>` elements. The subpaths of one element are sorted by nesting depth: an even depth
 /// makes a polygon, an odd one a hole in the polygon around it. Coordinates are kept as they are. Throws CSvgError.
 CPolygons ReadSvg(std::string const & file);
-
-/// Takes over what an operation of the library has handed out and leaves `source` empty.
-void TakeOver(std::vector<geometry::CPolygon*> & source, CPolygons & target);
 
 } // namespace svg
