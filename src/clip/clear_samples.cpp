@@ -25,8 +25,7 @@ constexpr double misreadPart = 1e-6;
 /// The position to the ring of `ring`; `eOnRing` if the point isn't well away from it. `isArc`: the object sampled.
 EPointPosition LocateClearly(TPoint<double> const & point, CPathObjectHolder const* ring, bool isSampleOfArc)
 {
-    unsigned int count = 0;
-    auto const isOff = [&](CPathObjectBase const & object)
+    auto const isNear = [&](CPathObjectBase const & object)
     {
         CBoundingRect<double> reach = object.GetBoundingRect();
         double margin = relativeMargin * std::max(reach.maxX - reach.minX, reach.maxY - reach.minY);
@@ -36,19 +35,10 @@ EPointPosition LocateClearly(TPoint<double> const & point, CPathObjectHolder con
         }
         reach.Inflate(margin);
         TPoint<double> closest;
-        if (reach.ContainsPoint(point.x, point.y) &&
-            !(object.SquareDistanceToPoint(point.x, point.y, closest) > margin * margin))
-        {
-            return false;
-        }
-        count += object.IntersectWithVerticalProbeLine(point);
-        return true;
+        return reach.ContainsPoint(point.x, point.y) &&
+               !(object.SquareDistanceToPoint(point.x, point.y, closest) > margin * margin);
     };
-    if (!CRingIndex::ForEachNearOrAbove(ring, point, isSampleOfArc ? arcMargin : 0.0, isOff))
-    {
-        return EPointPosition::eOnRing;
-    }
-    return (count & 1U) != 0 ? EPointPosition::eInside : EPointPosition::eOutside;
+    return CRingIndex::Locate(ring, point, isSampleOfArc ? arcMargin : 0.0, isNear);
 }
 
 } // namespace

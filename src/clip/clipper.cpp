@@ -2,6 +2,7 @@
 #include "clip/clipper.h"
 
 #include "clip/clear_samples.h"
+#include "polygon/outline_builder.h"
 #include "polygon/polygon_tools.h"
 
 namespace geometry
@@ -141,6 +142,46 @@ void CPolygonClipGreinerHormannBased<T>::GetResultPolygons(std::vector<CPolygon*
             PushPolygon(made, std::move(polygon));
         }
     }
+    polygons.reserve(made.size());
+    AppendPolygons(polygons, made);
+}
+
+template <typename T>
+void CPolygonClipGreinerHormannBased<T>::TakeResultPolygons(std::vector<CPolygon*> & polygons)
+{
+    bool hasUserInfo = false; // whose clones the user may count
+    for (CLinkedPathObject const* ring = m_Results; ring != nullptr; ring = ring->m_NextRing)
+    {
+        for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
+        {
+            hasUserInfo = hasUserInfo || element->m_PathObject->GetUserInfo() != nullptr;
+        }
+    }
+    if (hasUserInfo)
+    {
+        GetResultPolygons(polygons);
+        return;
+    }
+    polygons.clear();
+    OwningPolygonVector made;
+    for (CLinkedPathObject* ring = m_Results; ring != nullptr; ring = ring->m_NextRing)
+    {
+        OwnedPathObjects objects;
+        for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
+        {
+            if (element->m_PathObject->IsValid())
+            {
+                objects.emplace_back(element->m_PathObject);
+                element->m_PathObject = nullptr;
+            }
+        }
+        if (!objects.empty())
+        {
+            PushPolygon(made, MakePolygonFrom(std::move(objects)));
+        }
+    }
+    delete m_Results;
+    m_Results = nullptr;
     polygons.reserve(made.size());
     AppendPolygons(polygons, made);
 }

@@ -24,6 +24,7 @@ public:
 
     ~CPolygonClipGreinerHormannBased() override;
     void GetResultPolygons(std::vector<CPolygon*> & polygons) override;
+    void TakeResultPolygons(std::vector<CPolygon*> & polygons) override;
     void AddResultPolygons(std::vector<CPolygon*> const & polygons) override;
     void Clear() override;
     EClipResult Execute() override;

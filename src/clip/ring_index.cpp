@@ -84,12 +84,36 @@ CChainIndex const* CRingIndex::FindIndex()
     m_IsShort = !IsIndexUsed(m_Objects.size() >= MinIndexedCount);
     if (!m_IsShort)
     {
+        m_IrregularBefore.assign(1, 0);
+        for (std::size_t i = 0; i < m_Objects.size(); ++i)
+        {
+            CPathObjectBase const & next = *m_Objects[(i + 1) % m_Objects.size()];
+            bool const isRegular = m_Objects[i]->CanAppendVertex() && m_Objects[i]->IsValid() &&
+                                   IsExactlyEqual(m_Objects[i]->GetEndPoint(), next.GetStartPoint());
+            m_IrregularBefore.push_back(m_IrregularBefore.back() + (isRegular ? 0 : 1));
+        }
         std::vector<CBoundingRect<double>> rects(m_Objects.size());
         std::transform(m_Objects.begin(), m_Objects.end(), rects.begin(),
                        [](CPathObjectBase const* object) { return RectWithRoom(*object); });
         m_Index = std::make_unique<CChainIndex>(std::move(rects));
     }
     return m_Index.get();
+}
+
+/// Objects above the point: polylines that run into each other exactly count by the sides of their two ends.
+bool CRingIndex::IsRangeCrossed(std::size_t first, std::size_t last, TPoint<double> const & point) const
+{
+    if (m_IrregularBefore[last] == m_IrregularBefore[first])
+    {
+        return IsClearlyLess(point.x, m_Objects[first]->GetStartPoint().x) !=
+               IsClearlyLess(point.x, m_Objects[last - 1]->GetEndPoint().x);
+    }
+    bool isOdd = false;
+    for (std::size_t i = first; i < last; ++i)
+    {
+        isOdd = isOdd != IsProbeCountOdd(*m_Objects[i], point);
+    }
+    return isOdd;
 }
 
 } // namespace geometry

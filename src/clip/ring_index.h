@@ -6,6 +6,7 @@
 
 #include "clip/ring_position.h"
 #include "numeric/chain_index.h"
+#include "path/probe_parity.h"
 
 namespace geometry
 {
@@ -18,55 +19,71 @@ public:
     /// Makes `ring` answer through this index. The index must live as long as the ring is asked.
     void Serve(CPathObjectHolder* ring);
 
-    /// Calls `visit(object)` until it answers false, in ring order, for at least all objects of the ring of `ring` that
-    /// pass within `extraRoom` of the point, hold it within tolerance, or run above it. False if `visit` did.
-    template <typename Visit>
-    static bool ForEachNearOrAbove(CPathObjectHolder const* ring, TPoint<double> const & point, double extraRoom,
-                                   Visit const & visit)
+    /// The position of the point to the ring of `ring`, by the parity of the probe line. It lies on the ring if
+    /// `holds(object)` says so of an object; only objects that pass within `extraRoom` of the point, or hold it within
+    /// tolerance, have to be asked.
+    template <typename Holds>
+    static EPointPosition Locate(CPathObjectHolder const* ring, TPoint<double> const & point, double extraRoom,
+                                 Holds const & holds)
     {
+        bool isOn = false;
+        bool isOdd = false;
+        auto const visit = [&](CPathObjectBase const & object)
+        {
+            isOn = holds(object);
+            isOdd = isOdd != (!isOn && IsProbeCountOdd(object, point));
+            return !isOn;
+        };
         CChainIndex const* const index = ring->m_RingIndex != nullptr ? ring->m_RingIndex->FindIndex() : nullptr;
-        return index != nullptr ? ring->m_RingIndex->Search(*index, point, extraRoom, visit) : Walk(ring, visit);
+        if (index != nullptr)
+        {
+            isOdd = ring->m_RingIndex->Search(*index, point, extraRoom, visit) != isOdd;
+        }
+        else
+        {
+            WalkRing(ring, visit);
+        }
+        return isOn ? EPointPosition::eOnRing : isOdd ? EPointPosition::eInside : EPointPosition::eOutside;
     }
 
 private:
     CChainIndex const* FindIndex();
+    bool IsRangeCrossed(std::size_t first, std::size_t last, TPoint<double> const & point) const;
 
     template <typename Visit>
-    static bool Walk(CPathObjectHolder const* ring, Visit const & visit)
+    static void WalkRing(CPathObjectHolder const* ring, Visit const & visit)
     {
         CPathObjectHolder const* holder = ring;
-        do
+        while (visit(*holder->GetPathObject()) && holder->m_Next != ring)
         {
-            if (!visit(*holder->GetPathObject()))
-            {
-                return false;
-            }
             holder = holder->m_Next;
-        } while (holder != ring);
-        return true;
+        }
     }
 
+    /// Visits the objects that aren't told by their rectangles; the parity of the others.
     template <typename Visit>
     bool Search(CChainIndex const & index, TPoint<double> const & point, double extraRoom, Visit const & visit) const
     {
-        bool isComplete = true;
-        index.Search(
-            [&](CBoundingRect<double> const & r) {
-                return !(point.x < r.minX - extraRoom) && !(point.x > r.maxX + extraRoom) &&
-                       !(point.y > r.maxY + extraRoom);
-            },
-            [&](std::size_t i)
+        bool isOdd = false;
+        index.Walk(
+            [&](CBoundingRect<double> const & r)
             {
-                isComplete = visit(*m_Objects[i]);
-                return isComplete;
-            });
-        return isComplete;
+                bool const isApart =
+                    point.x < r.minX - extraRoom || point.x > r.maxX + extraRoom || point.y > r.maxY + extraRoom;
+                return isApart                        ? CChainIndex::EAction::ePass
+                       : point.y < r.minY - extraRoom ? CChainIndex::EAction::eTake
+                                                      : CChainIndex::EAction::eOpen;
+            },
+            [&](std::size_t i) { return visit(*m_Objects[i]); },
+            [&](std::size_t first, std::size_t last) { isOdd = isOdd != IsRangeCrossed(first, last, point); });
+        return isOdd;
     }
 
     CPathObjectHolder const* m_Ring = nullptr;
     unsigned int m_Questions = 0;
     bool m_IsShort = false;                        ///< too few objects for an index
     std::vector<CPathObjectBase const*> m_Objects; ///< of the ring; not owned
+    std::vector<std::size_t> m_IrregularBefore;    ///< how many before each have more to them than their ends
     std::unique_ptr<CChainIndex> m_Index;          ///< over them; null until it pays
 };
 

@@ -9,32 +9,14 @@ namespace geometry
 
 EPointPosition LocatePointInRing(TPoint<double> const & point, CPathObjectHolder const* ring)
 {
-    unsigned int count = 0;
-    bool const isOffAll =
-        CRingIndex::ForEachNearOrAbove(ring, point, 0.0,
-                                       [&](CPathObjectBase const & object)
-                                       {
-                                           bool const isOff = !object.IsPointOnPath(point.x, point.y);
-                                           count += isOff ? object.IntersectWithVerticalProbeLine(point) : 0;
-                                           return isOff;
-                                       });
-    if (!isOffAll)
-    {
-        return EPointPosition::eOnRing;
-    }
-    return (count & 1U) != 0 ? EPointPosition::eInside : EPointPosition::eOutside;
+    return CRingIndex::Locate(ring, point, 0.0,
+                              [&](CPathObjectBase const & object) { return object.IsPointOnPath(point.x, point.y); });
 }
 
 bool CrossingParity(TPoint<double> const & point, CPathObjectHolder const* ring)
 {
-    unsigned int count = 0;
-    CRingIndex::ForEachNearOrAbove(ring, point, 0.0,
-                                   [&](CPathObjectBase const & object)
-                                   {
-                                       count += object.IntersectWithVerticalProbeLine(point);
-                                       return true;
-                                   });
-    return (count & 1U) != 0;
+    return CRingIndex::Locate(ring, point, 0.0, [](CPathObjectBase const &) { return false; }) ==
+           EPointPosition::eInside;
 }
 
 EPointPosition LocatePointOrRect(TPoint<double> const & point, CPathObjectHolder const* ring,

@@ -4,7 +4,7 @@
 // is what lets it stand in for a loop over all of them. Building costs less than a single such loop does.
 #pragma once
 
-#include <array>
+#include <algorithm>
 #include <cstddef>
 #include <vector>
 
@@ -25,34 +25,54 @@ public:
     /// The rectangle around all pieces.
     Rect const & GetRect() const { return m_Levels.back().front(); }
 
-    /// Calls `visit(i)` for each piece whose rectangle passes `mayMeet`, in chain order, until `visit` answers false.
-    /// A rectangle around another one must pass whenever that one does.
-    template <typename MayMeet, typename Visit>
-    void Search(MayMeet const & mayMeet, Visit const & visit) const
+    /// What to do with the pieces in a rectangle.
+    enum class EAction
+    {
+        ePass, ///< nothing
+        eOpen, ///< look at them one by one
+        eTake  ///< take them as a whole
+    };
+
+    /// Walks the pieces in chain order, as `classify` says of the rectangles around them: calls `visit(i)` for each
+    /// piece to be looked at, until it answers false, and `take(first, last)` for ranges to be taken. A rectangle around
+    /// another one must not be passed where that one isn't.
+    template <typename Classify, typename Visit, typename Take>
+    void Walk(Classify const & classify, Visit const & visit, Take const & take) const
     {
         std::size_t const count = GetCount();
         std::size_t level = m_Levels.size() - 1;
         for (std::size_t i = 0; i < count;)
         {
-            if (!mayMeet(m_Levels[level][i >> (FanOutBits * level)]))
-            {
-                i += std::size_t{1} << (FanOutBits * level);
-            }
-            else if (level > 0)
+            EAction const action = classify(m_Levels[level][i >> (FanOutBits * level)]);
+            std::size_t const end = std::min(i + (std::size_t{1} << (FanOutBits * level)), count);
+            if (action == EAction::eOpen && level > 0)
             {
                 --level;
                 continue;
             }
-            else if (!visit(i++))
+            if (action == EAction::eOpen && !visit(i))
             {
                 return;
             }
+            if (action == EAction::eTake)
+            {
+                take(i, end);
+            }
+            i = end;
             // up again to the largest node that begins here
             while (level + 1 < m_Levels.size() && (i & ((std::size_t{1} << (FanOutBits * (level + 1))) - 1)) == 0)
             {
                 ++level;
             }
         }
+    }
+
+    /// Calls `visit(i)` for each piece whose rectangle passes `mayMeet`, in chain order, until `visit` answers false.
+    template <typename MayMeet, typename Visit>
+    void Search(MayMeet const & mayMeet, Visit const & visit) const
+    {
+        Walk([&](Rect const & rect) { return mayMeet(rect) ? EAction::eOpen : EAction::ePass; }, visit,
+             [](std::size_t, std::size_t) {});
     }
 
 private:

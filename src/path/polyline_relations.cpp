@@ -151,6 +151,36 @@ unsigned int CPathObjectPolyline::IntersectWithVerticalProbeLine(TPoint<double> 
     return count;
 }
 
+// Each vertex lies on one side of the probe line, whose left side holds the points on it, and a segment above the point
+// is crossed if its ends lie on different sides. So a whole stretch above the point counts by its two ends.
+bool CPathObjectPolyline::IsProbeCountOdd(TPoint<double> const & point) const
+{
+    CChainIndex const* const index = FindSegmentIndex(false);
+    if (index == nullptr || IsClearlyLess(point.x, m_BoundingRect.minX) ||
+        IsClearlyGreater(point.x, m_BoundingRect.maxX) || IsClearlyGreater(point.y, m_BoundingRect.maxY))
+    {
+        return (CPathObjectPolyline::IntersectWithVerticalProbeLine(point) & 1U) != 0;
+    }
+    double const room = SearchRoom(*index, point);
+    bool isOdd = false;
+    index->Walk(
+        [&](CBoundingRect<double> const & r)
+        {
+            bool const isApart = point.x < r.minX - room || point.x > r.maxX + room || point.y > r.maxY + room;
+            return isApart                   ? CChainIndex::EAction::ePass
+                   : point.y < r.minY - room ? CChainIndex::EAction::eTake
+                                             : CChainIndex::EAction::eOpen;
+        },
+        [&](std::size_t i)
+        {
+            isOdd = isOdd != PassesAbove(m_Points[i], m_Points[i + 1], point.x, point.y);
+            return true;
+        },
+        [&](std::size_t first, std::size_t last)
+        { isOdd = isOdd != (IsClearlyLess(point.x, m_Points[first].x) != IsClearlyLess(point.x, m_Points[last].x)); });
+    return isOdd;
+}
+
 unsigned int CPathObjectPolyline::WindAroundPoint(TPoint<double> const & point) const
 {
     // a segment includes its lower end and not its upper end; comparisons are exact

@@ -87,7 +87,7 @@ EClipResult SubtractFromPolygon(PolygonVector & work, std::size_t index, CPolygo
     case Clipper::eClipResultReady:
     {
         OwningPolygonVector pieces;
-        clipper.GetResultPolygons(pieces);
+        clipper.TakeResultPolygons(pieces);
         NestRings(pieces);
         return ReplaceByPieces(work, index, pieces, clip, clipper) ? Clipper::eClipResultReady : Clipper::eClipFailed;
     }
@@ -179,7 +179,7 @@ EClipResult IntersectWithOutline(PolygonVector & work, std::size_t index, CPolyg
     case Clipper::eClipResultReady:
     {
         OwningPolygonVector pieces;
-        clipper.GetResultPolygons(pieces);
+        clipper.TakeResultPolygons(pieces);
         NestRings(pieces);
         return ReplaceByPieces(work, index, pieces, clip, clipper) ? Clipper::eClipResultReady : Clipper::eClipFailed;
     }

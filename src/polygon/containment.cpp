@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cfloat>
 
+#include "path/probe_parity.h"
+
 namespace geometry
 {
 
@@ -16,12 +18,12 @@ bool CountProbeParity(double const & x, double const & y, CPolygon::PathObjects:
                       CPolygon::PathObjects::const_iterator last)
 {
     TPoint<double> const point(x, y);
-    unsigned int count = 0;
+    bool isOdd = false;
     for (; first != last; ++first)
     {
-        count += (*first)->IntersectWithVerticalProbeLine(point);
+        isOdd = isOdd != IsProbeCountOdd(**first, point);
     }
-    return (count & 1U) != 0;
+    return isOdd;
 }
 
 } // namespace

@@ -109,7 +109,7 @@ void CHoleAdder::UniteWithTouchedHoles()
 void CHoleAdder::UniteWith(CPolygon* present)
 {
     OwningPolygonVector merged;
-    m_Clipper.GetResultPolygons(merged);
+    m_Clipper.TakeResultPolygons(merged);
     if (merged.empty() || IsPointContact(merged, m_Hole, *present))
     {
         return;

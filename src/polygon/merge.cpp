@@ -178,7 +178,7 @@ EClipResult CMerger::RunUnion(CPolygon const & candidate, OwningPolygonVector & 
     {
         return r;
     }
-    m_Clipper.GetResultPolygons(merged);
+    m_Clipper.TakeResultPolygons(merged);
     for (std::size_t i = merged.size(); i-- > 0;)
     {
         if (merged[i]->GetOutline().empty())
@@ -318,8 +318,7 @@ void CMerger::TakeOverUnion(OwningPolygonVector & merged, OwningPolygonVector & 
 {
     if (merged.size() == 1)
     {
-        auto const & outline = merged.front()->GetOutline();
-        CPolygonInternals::ReplaceOutline(Target(), {outline.begin(), outline.end()});
+        CPolygonInternals::TakeOverOutline(Target(), *merged.front());
         return;
     }
     OwningPolygonVector rest;

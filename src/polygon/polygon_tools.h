@@ -1,6 +1,7 @@
 // Small helpers of the polygon operations, and the one door through which they reach what a polygon keeps private.
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -71,15 +72,26 @@ struct CPolygonInternals
     {
         polygon.InitializeWithPolygon(other);
     }
-    /// Makes clones of `objects` the outline; the holes stay, and wind against it.
-    static void ReplaceOutline(CPolygon & polygon, std::vector<CPathObjectBase const*> const & objects)
+    /// Gives `polygon` the outline of `source`: clones, or, where there is no user info to be cloned, the objects
+    /// themselves. The holes stay, and wind against it.
+    static void TakeOverOutline(CPolygon & polygon, CPolygon & source)
     {
-        CPolygon fresh;
-        fresh.InitializeWithClones(objects);
+        auto const & objects = source.m_Outline;
+        bool const hasUserInfo =
+            std::any_of(objects.begin(), objects.end(),
+                        [](CPathObjectBase const* object) { return object->GetUserInfo() != nullptr; });
+        CPolygon clones;
+        if (hasUserInfo)
+        {
+            clones.InitializeWithClones({objects.begin(), objects.end()});
+        }
+        CPolygon & fresh = hasUserInfo ? clones : source;
         polygon.ClearOutlineCache();
+        fresh.ClearOutlineCache();
         polygon.m_Outline.swap(fresh.m_Outline);
         polygon.m_BoundingRect = fresh.m_BoundingRect;
         polygon.m_WindingDirection = fresh.m_WindingDirection;
+        fresh.m_WindingDirection = CPolygon::eWindingUnknown;
         for (CPolygon* hole : polygon.GetHoles())
         {
             polygon.SetCorrectHoleWinding(*hole);

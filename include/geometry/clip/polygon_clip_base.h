@@ -76,6 +76,8 @@ public:
     /// Empties `polygons` WITHOUT deleting anything and fills it with one new polygon a result ring, which the caller
     /// owns. Meant after `eClipResultReady`.
     virtual void GetResultPolygons(std::vector<CPolygon*> & polygons) = 0;
+    /// The same polygons, but uses the result rings up: path objects without user info are moved instead of cloned.
+    virtual void TakeResultPolygons(std::vector<CPolygon*> & polygons) = 0;
     /// Turns the outline of each polygon into a result ring; the polygons stay the caller's.
     virtual void AddResultPolygons(std::vector<CPolygon*> const & polygons) = 0;
     /// Frees rings and result rings. Always allowed, also after an exception.

@@ -5,8 +5,8 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
 #include <geometry/export.h>
@@ -114,19 +114,20 @@ public:
     CBoundingRect<int> const & GetCellRange() const noexcept { return m_CellRange; }
 
 private:
-    using CellMap = std::map<std::uint32_t, std::vector<T*>>;
+    using CellMap = std::unordered_map<std::uint32_t, std::vector<T*>>;
 
     void EnterInCells(T* object, Calculator & pass);
     bool EraseFromCells(T* object, CBoundingRect<int> const & cells) noexcept;
     template <typename IsNew>
     void WalkCells(Calculator & pass, CBoundingRect<double> const & query, std::vector<T*> & out, IsNew isNew) const;
 
-    CellMap m_MultiCellObjects;                     // per cell: the objects that cover this cell and at least one other
-    CellMap m_SingleCellObjects;                    // per cell: the objects that lie in this cell alone
-    std::vector<T*> m_LargeObjects;                 // cover too many cells to be entered in the maps
-    std::map<T*, CBoundingRect<int>> m_ObjectCells; // every object with its range; the order of keys never shows
-    std::vector<T*> m_Objects;                      // every object in adding order; owned
-    int m_CellSize = 2000000;                       // width and height of a cell in coordinate units
+    CellMap m_MultiCellObjects;     // per cell: the objects that cover this cell and at least one other
+    CellMap m_SingleCellObjects;    // per cell: the objects that lie in this cell alone
+    std::vector<T*> m_LargeObjects; // cover too many cells to be entered in the maps
+    std::unordered_map<T*, CBoundingRect<int>>
+        m_ObjectCells;         // every object with its range; the order of keys never shows
+    std::vector<T*> m_Objects; // every object in adding order; owned
+    int m_CellSize = 2000000;  // width and height of a cell in coordinate units
     CBoundingRect<int> m_CellRange;
 };
 

@@ -101,6 +101,8 @@ public:
     CPathObjectPolyline* PrependPolyline(CPathObjectPolyline const* const other) const override;
 
     unsigned int IntersectWithVerticalProbeLine(TPoint<double> const & point) const override;
+    /// `IntersectWithVerticalProbeLine` is odd: the same, faster on long polylines.
+    bool IsProbeCountOdd(TPoint<double> const & point) const;
     unsigned int WindAroundPoint(TPoint<double> const & point) const override;
     void AppendValidWindingPoints(Points & points) const override;
 
