@@ -57,12 +57,13 @@ private:
     /// A candidate on its way into the target.
     struct Candidate
     {
-        bool holesStay = false;      ///< no hole has to do with this merge: the target keeps its own in their place
-        bool hadHoles = false;       ///< the target, before
-        bool changed = false;        ///< the target covers new area, or lost some of its holes
-        OwningPolygonVector merged;  ///< outlines of the union, if they cross
-        OwningPolygonVector holes;   ///< what is left of the holes of both
-        OwningPolygonVector islands; ///< solid parts that stand apart from the target afterwards
+        bool holesStay = false;         ///< no hole has to do with this merge: the target keeps its own in their place
+        bool hadHoles = false;          ///< the target, before
+        bool changed = false;           ///< the target covers new area, or lost some of its holes
+        OwningPolygonVector merged;     ///< outlines of the union, if they cross
+        OwningPolygonVector holes;      ///< what is left of the holes of both
+        std::vector<bool> isOutOfReach; ///< of each of them: a hole of the target that stays as it was
+        OwningPolygonVector islands;    ///< solid parts that stand apart from the target afterwards
     };
 
     void GrowTarget();
@@ -274,6 +275,8 @@ bool CMerger::KeepHolesOfTarget(CPolygon const & polygon, EClipResult r, Candida
         {
             ++next;
         }
+        candidate.isOutOfReach.resize(candidate.holes.size(), false);
+        candidate.isOutOfReach.push_back(piece == nullptr);
         CPolygon*& source = piece == nullptr ? old[next++] : piece;
         candidate.holes.push_back(source);
         source = nullptr;
@@ -338,9 +341,23 @@ void CMerger::PutHolesBack(Candidate & candidate)
     {
         CPolygonInternals::TakeHoles(*hole, candidate.islands);
     }
-    PolygonVector owners(candidate.islands);
-    owners.push_back(&Target());
-    AttachHolesToPolygons(owners, candidate.holes);
+    if (!candidate.islands.empty())
+    {
+        PolygonVector owners(candidate.islands);
+        owners.push_back(&Target());
+        AttachHolesToPolygons(owners, candidate.holes);
+        return;
+    }
+    for (std::size_t i = 0; i < candidate.holes.size(); ++i)
+    {
+        CPolygon*& hole = candidate.holes[i];
+        bool const isOutOfReach = i < candidate.isOutOfReach.size() && candidate.isOutOfReach[i];
+        if (isOutOfReach || Target().PolygonInPolygon(*hole) || Encloses(Target(), *hole))
+        {
+            CPolygonInternals::AddAsHole(Target(), *hole);
+            hole = nullptr;
+        }
+    }
 }
 
 /// Islands take part like any other polygon.
