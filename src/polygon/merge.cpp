@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include <geometry/thread/thread.h>
+
 #include "polygon/area.h"
 
 namespace geometry
@@ -42,8 +44,8 @@ bool IsSmaller(CPolygon const* a, CPolygon const* b)
 class CMerger
 {
 public:
-    CMerger(PolygonVector & group, PolygonVector & result, Clipper & clipper, EMergeOrder order)
-        : m_Group(group), m_Result(result), m_Clipper(clipper), m_Order(order)
+    CMerger(PolygonVector & group, PolygonVector & result, Clipper & clipper, EMergeOrder order, EMergeStop stop)
+        : m_Group(group), m_Result(result), m_Clipper(clipper), m_Order(order), m_Stop(stop)
     {
         for (CPolygon const* polygon : group)
         {
@@ -82,12 +84,14 @@ private:
     void DropGaps();
     void OfferAgain(PolygonVector & from, std::size_t start, CBoundingRect<double> const & box);
 
+    bool IsStopped() const { return m_Stop == EMergeStop::eWhenAsked && this_thread::cancellation_requested(); }
     CPolygon & Target() const { return *m_Result.back(); }
 
     PolygonVector & m_Group;
     PolygonVector & m_Result;
     Clipper & m_Clipper;
     EMergeOrder m_Order;
+    EMergeStop m_Stop;
     OwningPolygonVector m_Pending; ///< what the present pass goes through, from the second pass on
     OwningPolygonVector m_Retest;  ///< passed over, but the target grew towards them since
     MergeOutcome m_Outcome;
@@ -99,7 +103,7 @@ private:
 
 MergeOutcome CMerger::Run()
 {
-    while (!m_Group.empty())
+    while (!m_Group.empty() && !IsStopped())
     {
         std::size_t const next =
             m_Order == EMergeOrder::eLastFirst
@@ -110,6 +114,7 @@ MergeOutcome CMerger::Run()
         m_Clipper.ForgetLargestShift();
         GrowTarget();
     }
+    AppendPolygons(m_Result, m_Group);
     return m_Outcome;
 }
 
@@ -118,7 +123,7 @@ void CMerger::GrowTarget()
 {
     for (PolygonVector* scan = &m_Group; !scan->empty(); scan = &m_Pending)
     {
-        for (std::size_t i = scan->size(); i > 0 && !scan->empty();)
+        for (std::size_t i = scan->size(); i > 0 && !scan->empty() && !IsStopped();)
         {
             i = std::min(i, scan->size()) - 1;
             TryCandidate(*scan, i);
@@ -404,19 +409,21 @@ void CMerger::OfferAgain(PolygonVector & from, std::size_t start, CBoundingRect<
 
 } // namespace
 
-MergeOutcome DoMergeCore(PolygonVector & group, PolygonVector & result, Clipper & clipper, EMergeOrder order)
+MergeOutcome DoMergeCore(PolygonVector & group, PolygonVector & result, Clipper & clipper, EMergeOrder order,
+                         EMergeStop stop)
 {
-    return CMerger(group, result, clipper, order).Run();
+    return CMerger(group, result, clipper, order, stop).Run();
 }
 
-MergeOutcome MergeCompletely(PolygonVector & group, PolygonVector & result, Clipper & clipper, EMergeOrder order)
+MergeOutcome MergeCompletely(PolygonVector & group, PolygonVector & result, Clipper & clipper, EMergeOrder order,
+                             EMergeStop stop)
 {
     MergeOutcome total;
     for (bool isDone = false; !isDone;)
     {
         std::size_t const count = group.size();
         OwningPolygonVector merged;
-        MergeOutcome const outcome = DoMergeCore(group, merged, clipper, order);
+        MergeOutcome const outcome = DoMergeCore(group, merged, clipper, order, stop);
         isDone = !outcome.mayHaveMissed || (order == EMergeOrder::eLargestFirst && merged.size() >= count);
         AppendPolygons(isDone ? result : group, merged);
         total = MergeOutcome{outcome.code, outcome.mayHaveMissed, total.lostHoles || outcome.lostHoles};

@@ -53,14 +53,24 @@ enum class EMergeOrder
     eLargestFirst ///< so that none is swallowed by another one, which hadn't met all that it passed over
 };
 
+/// Whether a merge ends early, with polygons unmerged, once the calling thread is asked to stop.
+enum class EMergeStop
+{
+    eNever,
+    eWhenAsked
+};
+
 /// Unites the polygons of `group`, starting from the one that `order` says, and appends the merged ones to `result`; `group` is empty
 /// afterwards. Polygons that one passed over before it was swallowed by another aren't offered to that one again.
-MergeOutcome DoMergeCore(PolygonVector & group, PolygonVector & result, Clipper & clipper, EMergeOrder order);
+MergeOutcome DoMergeCore(PolygonVector & group, PolygonVector & result, Clipper & clipper, EMergeOrder order,
+                         EMergeStop stop = EMergeStop::eNever);
 
 /// `DoMergeCore`, again and again until nothing is missed; `order` is that of the first round.
-MergeOutcome MergeCompletely(PolygonVector & group, PolygonVector & result, Clipper & clipper, EMergeOrder order);
+MergeOutcome MergeCompletely(PolygonVector & group, PolygonVector & result, Clipper & clipper, EMergeOrder order,
+                             EMergeStop stop = EMergeStop::eNever);
 
-/// Merges pieces whose holes are known not to meet other pieces: merges the outlines, then puts the holes back.
+/// Merges pieces whose holes are known not to meet other pieces: merges the outlines, then puts the holes back. Ends
+/// early when the calling thread is asked to stop.
 EClipResult DoMergeCoreRestricted(PolygonVector & group, PolygonVector & result, Clipper & clipper);
 
 /// `MergePolygonRange`, but until nothing is missed: its results don't overlap each other.

@@ -155,7 +155,7 @@ EClipResult DoMergeCoreRestricted(PolygonVector & group, PolygonVector & result,
     {
         CPolygonInternals::TakeHoles(*polygon, holes);
     }
-    MergeCompletely(group, result, clipper, EMergeOrder::eLastFirst);
+    MergeCompletely(group, result, clipper, EMergeOrder::eLastFirst, EMergeStop::eWhenAsked);
     DropDuplicates(holes);
     AttachHolesToPolygons(result, holes);
     AppendPolygons(result, islands);

@@ -318,7 +318,9 @@ void CTileJoiner::MergeAll(PolygonVector & result)
         MovePolygon(m_Work, 0, m_Work); // a merge begins with the last
         for (PolygonVector & group : GroupPolygons(m_Work))
         {
-            m_IsDone = MergeCompletely(group, result, m_Clipper, EMergeOrder::eLastFirst).code != Clipper::eClipFailed;
+            m_IsDone =
+                MergeCompletely(group, result, m_Clipper, EMergeOrder::eLastFirst, EMergeStop::eWhenAsked).code !=
+                Clipper::eClipFailed;
         }
         if (!m_IsDone)
         {
