@@ -137,15 +137,15 @@ namespace
 /// Even-odd over all result rings.
 bool IsInResult(TPoint<double> const & point, CLinkedPathObject const* results)
 {
-    unsigned int count = 0;
+    bool isOdd = false;
     for (CLinkedPathObject const* ring = results; ring != nullptr; ring = ring->m_NextRing)
     {
         for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
         {
-            count += element->m_PathObject->IntersectWithVerticalProbeLine(point);
+            isOdd = isOdd != IsProbeCountOdd(*element->m_PathObject, point);
         }
     }
-    return (count & 1U) != 0;
+    return isOdd;
 }
 
 } // namespace

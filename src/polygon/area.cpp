@@ -220,19 +220,17 @@ double LengthOf(CPolygon const & ring)
     return length;
 }
 
-bool IsPointContact(std::vector<CPolygon*> const & rings, CPolygon const & a, CPolygon const & b)
+bool IsPointContact(std::vector<CPolygon*> const & rings, CPolygon const & a, CPolygon const & b, double & areaOfB)
 {
-    auto const isSameSum = [&](auto measure)
+    auto const sum = [&](auto measure)
     {
-        double sum = 0.0;
-        for (CPolygon const* ring : rings)
-        {
-            sum += measure(*ring);
-        }
-        double const expected = measure(a) + measure(b);
-        return std::abs(sum - expected) <= 1e-10 * expected;
+        return std::accumulate(rings.begin(), rings.end(), 0.0,
+                               [&](double s, CPolygon const* r) { return s + measure(*r); });
     };
-    return isSameSum(AreaOf) && isSameSum(LengthOf);
+    auto const isSame = [](double p, double q) { return std::fabs(p - q) <= 1e-10 * q; };
+    double const area = AreaOf(a) + areaOfB;
+    areaOfB = sum(AreaOf);
+    return isSame(areaOfB, area) && isSame(sum(LengthOf), LengthOf(a) + LengthOf(b));
 }
 
 } // namespace geometry

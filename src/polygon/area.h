@@ -16,7 +16,8 @@ double LengthOf(CPolygon const & ring);
 /// The rings of the union of `a` and `b` have all the area and all the length of both: these share neither area nor a
 /// stretch of outline, but meet in single points. An outline that runs through such a point twice is hard on the next
 /// clip, and nothing is gained by it.
-bool IsPointContact(std::vector<CPolygon*> const & rings, CPolygon const & a, CPolygon const & b);
+/// `areaOfB`: that of `b`, which the caller may know; afterwards that of all rings.
+bool IsPointContact(std::vector<CPolygon*> const & rings, CPolygon const & a, CPolygon const & b, double & areaOfB);
 
 /// Area of a rectangle; a side that isn't positive counts as 0.
 inline double RectArea(CBoundingRect<double> const & rect)

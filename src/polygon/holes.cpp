@@ -110,7 +110,8 @@ void CHoleAdder::UniteWith(CPolygon* present)
 {
     OwningPolygonVector merged;
     m_Clipper.TakeResultPolygons(merged);
-    if (merged.empty() || IsPointContact(merged, m_Hole, *present))
+    double area = AreaOf(*present);
+    if (merged.empty() || IsPointContact(merged, m_Hole, *present, area))
     {
         return;
     }

@@ -94,6 +94,7 @@ private:
     EMergeStop m_Stop;
     OwningPolygonVector m_Pending; ///< what the present pass goes through, from the second pass on
     OwningPolygonVector m_Retest;  ///< passed over, but the target grew towards them since
+    double m_TargetArea = -1.0;    ///< of its outline; negative if not known
     MergeOutcome m_Outcome;
     std::size_t m_IslandCount = 0;
     /// Far beyond what holes that don't overlap can set free: where it is passed, islands aren't merged any more, so
@@ -112,6 +113,7 @@ MergeOutcome CMerger::Run()
                                            m_Group.begin());
         MovePolygon(m_Group, next, m_Result);
         m_Clipper.ForgetLargestShift();
+        m_TargetArea = -1.0;
         GrowTarget();
     }
     AppendPolygons(m_Result, m_Group);
@@ -192,7 +194,14 @@ EClipResult CMerger::RunUnion(CPolygon const & candidate, OwningPolygonVector & 
             TakePolygon(merged, i);
         }
     }
-    return merged.empty() || IsPointContact(merged, candidate, Target()) ? Clipper::eClipSeparate : r;
+    double area = m_TargetArea < 0.0 ? AreaOf(Target()) : m_TargetArea;
+    m_TargetArea = -1.0;
+    if (merged.empty() || IsPointContact(merged, candidate, Target(), area))
+    {
+        return Clipper::eClipSeparate;
+    }
+    m_TargetArea = merged.size() == 1 ? area : -1.0;
+    return r;
 }
 
 /// The candidate has no holes and reaches none of the target, whose outline only grows: all would be put back as they are.
@@ -313,6 +322,7 @@ void CMerger::Absorb(PolygonVector & scan, std::size_t index, EClipResult r, Can
         CPolygon* const swallowed = m_Result.back();
         m_Result.back() = polygon.release();
         polygon.reset(swallowed);
+        m_TargetArea = -1.0;
     }
     bool const hasGrown = r == Clipper::eClipSubjectInsideClip ||
                           (candidate.hadHoles && !candidate.holesStay); // a hole may have been covered as a whole
