@@ -71,7 +71,6 @@ private:
     void GrowTarget();
     void TryCandidate(PolygonVector & scan, std::size_t index);
     EClipResult RunUnion(CPolygon const & candidate, OwningPolygonVector & merged);
-    bool DoHolesStay(CPolygon const & polygon, EClipResult r, Candidate const & candidate) const;
     void KeepHolesOfCandidate(CPolygon const & polygon, Candidate & candidate);
     bool KeepHolesOfTarget(CPolygon const & polygon, EClipResult r, Candidate & candidate);
     EClipResult SubtractFromHole(CPolygon const & hole, CPolygon const & solid, OwningPolygonVector & pieces,
@@ -153,15 +152,11 @@ void CMerger::TryCandidate(PolygonVector & scan, std::size_t index)
     }
     candidate.changed = r == Clipper::eClipResultReady;
     candidate.hadHoles = !Target().GetHoles().empty();
-    candidate.holesStay = DoHolesStay(polygon, r, candidate);
-    if (!candidate.holesStay)
+    KeepHolesOfCandidate(polygon, candidate);
+    if (!KeepHolesOfTarget(polygon, r, candidate))
     {
-        KeepHolesOfCandidate(polygon, candidate);
-        if (!KeepHolesOfTarget(polygon, r, candidate))
-        {
-            MovePolygon(scan, index, scan); // an island in a hole: nothing changed
-            return;
-        }
+        MovePolygon(scan, index, scan); // an island in a hole: nothing changed
+        return;
     }
     Absorb(scan, index, r, candidate);
     PutHolesBack(candidate);
@@ -204,18 +199,6 @@ EClipResult CMerger::RunUnion(CPolygon const & candidate, OwningPolygonVector & 
     return r;
 }
 
-/// The candidate has no holes and reaches none of the target, whose outline only grows: all would be put back as they are.
-bool CMerger::DoHolesStay(CPolygon const & polygon, EClipResult r, Candidate const & candidate) const
-{
-    auto const & holes = Target().GetHoles();
-    bool const onlyGrows =
-        r == Clipper::eClipClipInsideSubject || (r == Clipper::eClipResultReady && candidate.merged.size() == 1);
-    return onlyGrows && polygon.GetHoles().empty() &&
-           std::none_of(holes.begin(), holes.end(),
-                        [&](CPolygon const* hole)
-                        { return hole->GetBoundingRect().Overlaps(polygon.GetBoundingRect()); });
-}
-
 /// What of a hole survives `solid`. A failure loses the hole.
 EClipResult CMerger::SubtractFromHole(CPolygon const & hole, CPolygon const & solid, OwningPolygonVector & pieces,
                                       Candidate & candidate)
@@ -245,12 +228,12 @@ void CMerger::KeepHolesOfCandidate(CPolygon const & polygon, Candidate & candida
 }
 
 /// False if the candidate is an island in a hole of the target, so that nothing is to merge. The target keeps its holes
-/// until then. Holes that the candidate can't reach aren't copied.
+/// until then. Holes that come out as they were stay the objects that they are; if all do, they stay in their place.
 bool CMerger::KeepHolesOfTarget(CPolygon const & polygon, EClipResult r, Candidate & candidate)
 {
     std::vector<CPolygon*> const & holes = Target().GetHoles();
     std::vector<bool> isReached(holes.size(), false);
-    OwningPolygonVector kept; // null for a hole out of reach
+    OwningPolygonVector kept; // null for a hole that stays as it was
     for (std::size_t i = 0; i < holes.size(); ++i)
     {
         CPolygon const* const hole = holes[i];
@@ -269,6 +252,11 @@ bool CMerger::KeepHolesOfTarget(CPolygon const & polygon, EClipResult r, Candida
         {
             return false;
         }
+        if ((v == Clipper::eClipSeparate || v == Clipper::eClipRetry) && pieces.size() == 1)
+        {
+            kept.push_back(nullptr);
+            continue;
+        }
         isReached[i] = true;
         for (CPolygon*& piece : pieces)
         {
@@ -278,6 +266,15 @@ bool CMerger::KeepHolesOfTarget(CPolygon const & polygon, EClipResult r, Candida
                 piece = nullptr;
             }
         }
+    }
+    bool const onlyGrows =
+        r == Clipper::eClipClipInsideSubject || (r == Clipper::eClipResultReady && candidate.merged.size() == 1);
+    bool const isEachAsItWas =
+        kept.size() == holes.size() && std::find(isReached.begin(), isReached.end(), true) == isReached.end();
+    if (onlyGrows && isEachAsItWas && polygon.GetHoles().empty())
+    {
+        candidate.holesStay = true;
+        return true;
     }
     OwningPolygonVector old;
     CPolygonInternals::TakeHoles(Target(), old);
