@@ -87,14 +87,8 @@ private:
 
 OwnedPathObjects MakeRectangle(CBoundingRect<double> const & rect)
 {
-    auto outline = std::make_unique<CPathObjectPolyline>();
-    outline->AddVertex(rect.minX, rect.minY);
-    outline->AddVertex(rect.maxX, rect.minY);
-    outline->AddVertex(rect.maxX, rect.maxY);
-    outline->AddVertex(rect.minX, rect.maxY);
-    outline->AddVertex(rect.minX, rect.minY);
     OwnedPathObjects objects;
-    objects.push_back(std::move(outline));
+    objects.push_back(MakeRectangleOutline(rect));
     return objects;
 }
 

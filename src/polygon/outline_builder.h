@@ -5,10 +5,23 @@
 #include <utility>
 #include <vector>
 
+#include <geometry/path/path_object_polyline.h>
 #include <geometry/polygon/polygon.h>
 
 namespace geometry
 {
+
+/// The closed outline of `rect`, counter-clockwise from its lower left corner, as it is: not cleaned up.
+inline std::unique_ptr<CPathObjectPolyline> MakeRectangleOutline(CBoundingRect<double> const & rect)
+{
+    auto outline = std::make_unique<CPathObjectPolyline>();
+    outline->AddVertex(rect.minX, rect.minY);
+    outline->AddVertex(rect.maxX, rect.minY);
+    outline->AddVertex(rect.maxX, rect.maxY);
+    outline->AddVertex(rect.minX, rect.maxY);
+    outline->AddVertex(rect.minX, rect.minY);
+    return outline;
+}
 
 using OwnedPathObjects = std::vector<std::unique_ptr<CPathObjectBase>>;
 

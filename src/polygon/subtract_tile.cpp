@@ -5,9 +5,8 @@
 //   |    |   |<-- cut rectangle -->|    |   |   beyond the work rectangle: its edges stay clear of that one's.
 #include "polygon/subtract_tile.h"
 
-#include <geometry/path/path_object_polyline.h>
-
 #include "polygon/merge.h"
+#include "polygon/outline_builder.h"
 
 namespace geometry
 {
@@ -21,18 +20,9 @@ constexpr double SearchMargin = 2.0; // around the work rectangle
 
 std::unique_ptr<CPolygon> MakeRectangle(CBoundingRect<double> const & rect)
 {
-    auto outline = std::make_unique<CPathObjectPolyline>();
-    outline->AddVertex(rect.minX, rect.minY);
-    outline->AddVertex(rect.maxX, rect.minY);
-    outline->AddVertex(rect.maxX, rect.maxY);
-    outline->AddVertex(rect.minX, rect.maxY);
-    outline->AddVertex(rect.minX, rect.minY);
-    auto polygon = std::make_unique<CPolygon>(outline.get());
-    if (!polygon->GetOutline().empty())
-    {
-        outline.release();
-    }
-    return polygon;
+    OwnedPathObjects objects;
+    objects.push_back(MakeRectangleOutline(rect));
+    return MakePolygonFrom(std::move(objects));
 }
 
 } // namespace

@@ -7,9 +7,8 @@
 #include <limits>
 #include <memory>
 
-#include <geometry/path/path_object_polyline.h>
-
 #include "polygon/booleans.h"
+#include "polygon/outline_builder.h"
 
 namespace geometry
 {
@@ -34,18 +33,6 @@ std::vector<double> TileStarts(double const first, double const last, double con
         starts.push_back(at);
     }
     return starts;
-}
-
-std::unique_ptr<CPathObjectPolyline> MakeRectangle(double x, double y, double x2, double y2)
-{
-    auto rectangle = std::make_unique<CPathObjectPolyline>();
-    for (TPoint<double> const & corner : {TPoint<double>(x, y), TPoint<double>(x2, y), TPoint<double>(x2, y2),
-                                          TPoint<double>(x, y2), TPoint<double>(x, y)})
-    {
-        rectangle->AddVertex(corner.x, corner.y);
-    }
-    rectangle->Cleanup(false);
-    return rectangle;
 }
 
 /// Appends what of `polygon` lies in the tile; a tile that can't be cut adds nothing.
@@ -80,7 +67,10 @@ void CPolygon::TilePolygon(unsigned int n, std::vector<CPolygon*> & result) cons
     {
         for (double const y : rows)
         {
-            AppendTile(*this, MakeRectangle(x, y, std::min(x + side, r.maxX), std::min(y + side, r.maxY)), pieces);
+            CBoundingRect<double> const tile(x, y, std::min(x + side, r.maxX), std::min(y + side, r.maxY));
+            std::unique_ptr<CPathObjectPolyline> outline = MakeRectangleOutline(tile);
+            outline->Cleanup(false);
+            AppendTile(*this, std::move(outline), pieces);
         }
     }
     result.swap(pieces);
