@@ -186,7 +186,7 @@ TEST(SubtractTiles, RandomBoardsAreExactAndTheSameWithAnyNumberOfWorkers)
         EXPECT_TRUE(faults.empty() || !isDecided) << "seed " << seed << ": " << faults;
         undecided += isDecided ? 0 : 1;
     }
-    EXPECT_LE(undecided, 15);
+    EXPECT_LE(undecided, 9) << "shapes lie on tile borders on purpose: some clips give up, and the count tells";
 }
 
 TEST(SubtractTiles, RequestToStopAtAnyMomentEndsAllWorkersAndStaysPending)
