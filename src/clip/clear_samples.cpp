@@ -91,7 +91,8 @@ bool SamplesAgree(CPathObjectHolder const* holder, CPathObjectHolder const* othe
 bool AgreesWithSamples(CPathObjectHolder const* holder, CPathObjectHolder const* other,
                        CBoundingRect<double> const & otherRect, EPointPosition side)
 {
-    return !otherRect.Overlaps(holder->GetPathObject()->GetBoundingRect()) || SamplesAgree(holder, other, side);
+    return holder->m_Run != nullptr || !otherRect.Overlaps(holder->GetPathObject()->GetBoundingRect()) ||
+           SamplesAgree(holder, other, side);
 }
 
 bool IsWhollyOnSide(CPathObjectHolder const* ring, CPathObjectHolder const* other,
@@ -134,7 +135,7 @@ bool HasMisreadArc(CPathObjectHolder const* ring)
 namespace
 {
 
-/// Even-odd over all result rings.
+/// Even-odd over all result rings, folded runs left out.
 bool IsInResult(TPoint<double> const & point, CLinkedPathObject const* results)
 {
     bool isOdd = false;
@@ -142,32 +143,59 @@ bool IsInResult(TPoint<double> const & point, CLinkedPathObject const* results)
     {
         for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
         {
-            isOdd = isOdd != IsProbeCountOdd(*element->m_PathObject, point);
+            isOdd = isOdd != (element->m_Run == nullptr && IsProbeCountOdd(*element->m_PathObject, point));
         }
     }
     return isOdd;
+}
+
+/// Away from the clip, the result is what the subject is, or nothing. Folded runs count on both sides or on none.
+bool IsPlausibleAway(TPoint<double> const & point, CLinkedPathObject const* results, CPathObjectHolder const* subject,
+                     CPathObjectHolder const* clip, bool isSubjectKept)
+{
+    EPointPosition const inClip = LocateClearly(point, clip, false);
+    bool isOdd = false;
+    CPathObjectHolder const* holder = subject;
+    do
+    {
+        isOdd = isOdd != (holder->m_Run == nullptr && IsProbeCountOdd(*holder->GetPathObject(), point));
+        holder = holder->m_Next;
+    } while (holder != subject);
+    return inClip == EPointPosition::eOnRing ||
+           (inClip == EPointPosition::eOutside && IsInResult(point, results) == (isSubjectKept && isOdd));
 }
 
 } // namespace
 
 bool IsResultPlausible(CLinkedPathObject const* results, CPathObjectHolder const* subject,
                        CPathObjectHolder const* clip, CBoundingRect<double> const & rect,
-                       bool (*isMember)(bool inSubject, bool inClip))
+                       bool (*isMember)(bool inSubject, bool inClip), CFold* fold)
 {
     // multiples of these two numbers, less their integers, spread evenly over the unit square
     constexpr double stepX = 0.7548776662466927;
     constexpr double stepY = 0.5698402909980532;
     constexpr int pointCount = 8;
+    bool const isSubjectKept = isMember(true, false);
     for (int i = 1; i <= pointCount; ++i)
     {
         TPoint<double> const point(rect.minX + (i * stepX - static_cast<int>(i * stepX)) * (rect.maxX - rect.minX),
                                    rect.minY + (i * stepY - static_cast<int>(i * stepY)) * (rect.maxY - rect.minY));
+        if (fold != nullptr && !fold->IsInWindow(point))
+        {
+            if (!IsPlausibleAway(point, results, subject, clip, isSubjectKept))
+            {
+                fold->Fail(); // unless the point is near a folded object
+                return false;
+            }
+            continue;
+        }
         EPointPosition const inSubject = LocateClearly(point, subject, false);
         EPointPosition const inClip =
             inSubject == EPointPosition::eOnRing ? EPointPosition::eOnRing : LocateClearly(point, clip, false);
+        bool const isInRuns = fold != nullptr && isSubjectKept && fold->IsProbeCountOdd(point);
         if (inClip != EPointPosition::eOnRing &&
             isMember(inSubject == EPointPosition::eInside, inClip == EPointPosition::eInside) !=
-                IsInResult(point, results))
+                (IsInResult(point, results) != isInRuns))
         {
             return false;
         }

@@ -4,6 +4,7 @@
 // of a wrong region. A right outcome is never contradicted.
 #pragma once
 
+#include "clip/fold.h"
 #include "clip/ring_position.h"
 
 namespace geometry
@@ -27,9 +28,10 @@ bool HasMisreadArc(CPathObjectHolder const* ring);
 
 /// The regions of the two rings and the traced result agree with `isMember(inSubject, inClip)` at a few points well away
 /// from both rings. Catches what no sample of an outline can: outlines that agree nearly everywhere, where the inside
-/// and the outside of everything may be taken for each other.
+/// and the outside of everything may be taken for each other. `fold`: of the subject, or null; where it doesn't tell, it
+/// fails.
 bool IsResultPlausible(CLinkedPathObject const* results, CPathObjectHolder const* subject,
                        CPathObjectHolder const* clip, CBoundingRect<double> const & rect,
-                       bool (*isMember)(bool inSubject, bool inClip));
+                       bool (*isMember)(bool inSubject, bool inClip), CFold* fold);
 
 } // namespace geometry

@@ -64,6 +64,7 @@ void CPolygonClipGreinerHormannBased<T>::Clear()
     m_Results = nullptr;
     DeleteRing(m_SubjectRing);
     DeleteRing(m_ClipRing);
+    m_Fold.reset();
 }
 
 template <typename T>
@@ -122,6 +123,11 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipGreinerHormannBased<T>::Ex
 template <typename T>
 void CPolygonClipGreinerHormannBased<T>::GetResultPolygons(std::vector<CPolygon*> & polygons)
 {
+    if (m_Fold != nullptr)
+    {
+        TakeResultPolygons(polygons);
+        return;
+    }
     polygons.clear();
     OwningPolygonVector made;
     std::vector<CPathObjectBase const*> objects;
@@ -142,46 +148,6 @@ void CPolygonClipGreinerHormannBased<T>::GetResultPolygons(std::vector<CPolygon*
             PushPolygon(made, std::move(polygon));
         }
     }
-    polygons.reserve(made.size());
-    AppendPolygons(polygons, made);
-}
-
-template <typename T>
-void CPolygonClipGreinerHormannBased<T>::TakeResultPolygons(std::vector<CPolygon*> & polygons)
-{
-    bool hasUserInfo = false; // whose clones the user may count
-    for (CLinkedPathObject const* ring = m_Results; ring != nullptr; ring = ring->m_NextRing)
-    {
-        for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
-        {
-            hasUserInfo = hasUserInfo || element->m_PathObject->GetUserInfo() != nullptr;
-        }
-    }
-    if (hasUserInfo)
-    {
-        GetResultPolygons(polygons);
-        return;
-    }
-    polygons.clear();
-    OwningPolygonVector made;
-    for (CLinkedPathObject* ring = m_Results; ring != nullptr; ring = ring->m_NextRing)
-    {
-        OwnedPathObjects objects;
-        for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
-        {
-            if (element->m_PathObject->IsValid())
-            {
-                objects.emplace_back(element->m_PathObject);
-                element->m_PathObject = nullptr;
-            }
-        }
-        if (!objects.empty())
-        {
-            PushPolygon(made, MakePolygonFrom(std::move(objects)));
-        }
-    }
-    delete m_Results;
-    m_Results = nullptr;
     polygons.reserve(made.size());
     AppendPolygons(polygons, made);
 }
@@ -233,8 +199,8 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::DoClip()
 {
     bool const sameWinding = this->m_SubjectWinding == this->m_ClipWinding;
     EIntersectionOutcome const outcome = FindAndSplitIntersections(this->m_SubjectRing, this->m_ClipRing, sameWinding);
-    m_SubjectIndex.Serve(this->m_SubjectRing);
-    m_ClipIndex.Serve(this->m_ClipRing);
+    m_SubjectIndex.Serve(this->m_SubjectRing, this->m_Fold.get());
+    m_ClipIndex.Serve(this->m_ClipRing, nullptr);
     switch (outcome)
     {
     case EIntersectionOutcome::eIntersections:
@@ -311,8 +277,14 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCrossingR
         return this->eClipRetry;
     }
     auto const isMember = MembershipOf<T>(this->m_Operation);
-    bool const isPlausible = IsResultPlausible(this->m_Results, subject, clip, this->m_SubjectRect, isMember) &&
-                             IsResultPlausible(this->m_Results, subject, clip, this->m_ClipRect, isMember);
+    CFold* const fold = this->m_Fold.get();
+    if (fold != nullptr && !AreRunsInPlace(this->m_Results, *fold, isMember(true, false)))
+    {
+        fold->Fail();
+        return this->eClipRetry;
+    }
+    bool const isPlausible = IsResultPlausible(this->m_Results, subject, clip, this->m_SubjectRect, isMember, fold) &&
+                             IsResultPlausible(this->m_Results, subject, clip, this->m_ClipRect, isMember, fold);
     return isPlausible ? this->eClipResultReady : this->eClipRetry;
 }
 
@@ -348,6 +320,10 @@ template <typename T>
 typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCoincidentRings()
 {
     this->m_Status = this->eStatusCoincident;
+    if (this->m_Fold != nullptr)
+    {
+        return this->eClipRetry; // what is far can't coincide
+    }
     return this->m_Operation == this->eClipRelationOnly ? this->eClipResultReady : this->CopySubjectToResult();
 }
 

@@ -8,6 +8,7 @@
 
 #include <geometry/clip/polygon_clip_base.h>
 
+#include "clip/fold.h"
 #include "clip/holder.h"
 #include "clip/ring_index.h"
 
@@ -32,18 +33,28 @@ public:
     CAddPathHelper* CreateClipPathHelper() override;
     EClipResult CopySubjectToResult() override;
 
+    /// `RunClip`, with the path objects of `second` that are far from `first` folded, if that pays: then
+    /// `TakeResultPolygons` moves them to the results, and leaves `second` without an outline.
+    EClipResult RunFoldedClip(CPolygon const & first, CPolygon & second);
+    /// Of the last run; null if nothing is folded.
+    CFold const* GetFold() const { return m_Fold.get(); }
+    /// Of all result rings, folded objects left out.
+    double GetResultLength() const;
+
 protected:
     friend struct CTestAccess;
     class CGreinerHormannAddPathHelper;
 
     /// The stages in their order. Called only from `Execute`, with both rings closed.
     virtual EClipResult DoClip() = 0;
+    void ReadForFold(CPolygon const & first);
 
     CLinkedPathObject* m_Results = nullptr;     ///< head of the chain of result rings; owned
     CPathObjectHolder* m_SubjectRing = nullptr; ///< a holder of the ring; the ring is owned
     CPathObjectHolder* m_ClipRing = nullptr;    ///< a holder of the ring; the ring is owned
     CBoundingRect<double> m_SubjectRect;        ///< around what was read into the subject ring
     CBoundingRect<double> m_ClipRect;           ///< around what was read into the clip ring
+    std::unique_ptr<CFold> m_Fold;              ///< of the subject; null in a plain run
 };
 
 /// The one clipper that there is.
@@ -120,6 +131,10 @@ void CloseResultRing(CLinkedPathObject* ring);
 
 /// Every ring of the chain ends where it starts.
 bool AreResultRingsClosed(CLinkedPathObject const* results);
+
+/// Every folded run of the subject stands once in the result rings, if `isSubjectKept`, or none does; and none begins or
+/// ends a ring.
+bool AreRunsInPlace(CLinkedPathObject const* results, CFold const & fold, bool isSubjectKept);
 
 /// Cleans every object of every ring of the chain.
 void CleanupResultRings(CLinkedPathObject* results);

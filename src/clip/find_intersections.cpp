@@ -77,6 +77,11 @@ bool CollectSplitPositions(CPathObjectHolder* subject, CPathObjectHolder* clip)
     ForEachHolder(subject,
                   [&](CPathObjectHolder* a)
                   {
+                      if (a->m_Run != nullptr)
+                      {
+                          allTouched = false; // it meets nothing
+                          return;
+                      }
                       CPathObjectBase const & object = *a->GetPathObject();
                       bool touched = index != nullptr && hasClipPolylineCuts && IsPolyline(a);
                       auto const visit = [&](std::size_t i)

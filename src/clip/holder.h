@@ -13,6 +13,7 @@ namespace geometry
 {
 
 class CRingIndex;
+struct TFoldedRun;
 
 /// One element of a ring. Its object runs from its start point to its end point, where the object of the next holder
 /// starts. A ring is built open (outer links null) and closed before a run.
@@ -49,6 +50,8 @@ public:
     bool m_NewVertex = false;                            ///< made by a cut, not a vertex of the input
     CRingIndex* m_RingIndex = nullptr;                   ///< answers point questions to the ring; not owned
     bool m_WasIntersection = false;                      ///< stays when `m_IsIntersection` is cleared
+    TFoldedRun const* m_Run = nullptr; ///< what the holder stands for if that is more than its object, which then is a
+                                       ///< segment from the start to the end of it; not owned
 };
 
 /// Values of `CPathObjectHolder::m_Direction`.
@@ -86,6 +89,8 @@ public:
     CLinkedPathObject* m_Next = nullptr;     ///< owned
     CLinkedPathObject* m_Previous = nullptr; ///< not owned
     CLinkedPathObject* m_NextRing = nullptr; ///< at the first element of a ring: the next result ring; owned
+    TFoldedRun const* m_Run = nullptr;       ///< as in a holder
+    bool m_IsRunReversed = false;
 };
 
 /// Walks the objects of a ring once round. A whole ring is the range from `(h, false)` to `(h, true)`.

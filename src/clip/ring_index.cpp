@@ -49,9 +49,10 @@ CBoundingRect<double> RectWithRoom(CPathObjectBase const & object)
 
 } // namespace
 
-void CRingIndex::Serve(CPathObjectHolder* ring)
+void CRingIndex::Serve(CPathObjectHolder* ring, CFold* fold)
 {
     m_Ring = ring;
+    m_Fold = fold;
     m_Questions = 0;
     m_IsShort = false;
     m_Objects.clear();
@@ -78,10 +79,13 @@ CChainIndex const* CRingIndex::FindIndex()
     CPathObjectHolder const* holder = m_Ring;
     do
     {
-        m_Objects.push_back(holder->GetPathObject());
+        if (holder->m_Run == nullptr)
+        {
+            m_Objects.push_back(holder->GetPathObject());
+        }
         holder = holder->m_Next;
     } while (holder != m_Ring);
-    m_IsShort = !IsIndexUsed(m_Objects.size() >= MinIndexedCount);
+    m_IsShort = m_Objects.empty() || !IsIndexUsed(m_Objects.size() >= MinIndexedCount);
     if (!m_IsShort)
     {
         m_IrregularBefore.assign(1, 0);

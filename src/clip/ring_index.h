@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "clip/fold.h"
 #include "clip/ring_position.h"
 #include "numeric/chain_index.h"
 #include "path/probe_parity.h"
@@ -16,8 +17,9 @@ namespace geometry
 class CRingIndex
 {
 public:
-    /// Makes `ring` answer through this index. The index must live as long as the ring is asked.
-    void Serve(CPathObjectHolder* ring);
+    /// Makes `ring` answer through this index. The index must live as long as the ring is asked, and so must `fold`, which
+    /// answers for the folded runs of the ring; null if there are none.
+    void Serve(CPathObjectHolder* ring, CFold* fold);
 
     /// The position of the point to the ring of `ring`, by the parity of the probe line. It lies on the ring if
     /// `holds(object)` says so of an object; only objects that pass within `extraRoom` of the point, or hold it within
@@ -26,8 +28,9 @@ public:
     static EPointPosition Locate(CPathObjectHolder const* ring, TPoint<double> const & point, double extraRoom,
                                  Holds const & holds)
     {
+        CFold* const fold = ring->m_RingIndex != nullptr ? ring->m_RingIndex->m_Fold : nullptr;
         bool isOn = false;
-        bool isOdd = false;
+        bool isOdd = fold != nullptr && fold->IsProbeCountOdd(point);
         auto const visit = [&](CPathObjectBase const & object)
         {
             isOn = holds(object);
@@ -54,7 +57,7 @@ private:
     static void WalkRing(CPathObjectHolder const* ring, Visit const & visit)
     {
         CPathObjectHolder const* holder = ring;
-        while (visit(*holder->GetPathObject()) && holder->m_Next != ring)
+        while ((holder->m_Run != nullptr || visit(*holder->GetPathObject())) && holder->m_Next != ring)
         {
             holder = holder->m_Next;
         }
@@ -80,6 +83,7 @@ private:
     }
 
     CPathObjectHolder const* m_Ring = nullptr;
+    CFold* m_Fold = nullptr; ///< not owned
     unsigned int m_Questions = 0;
     bool m_IsShort = false;                        ///< too few objects for an index
     std::vector<CPathObjectBase const*> m_Objects; ///< of the ring; not owned

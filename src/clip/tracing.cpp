@@ -7,28 +7,14 @@
 namespace geometry
 {
 
-void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse)
+namespace
 {
-    if (object == nullptr ||
-        (object->GetStartPoint() == object->GetEndPoint() && object->GetInbetweenPoint() == object->GetStartPoint()))
-    {
-        return; // a bridge, or another object without extent
-    }
-    std::unique_ptr<CPathObjectBase> copy(object->Clone());
-    if (reverse)
-    {
-        copy->Reverse();
-    }
-    if (ring != nullptr)
-    {
-        if (CPathObjectBase* const joined = copy->Append(ring->m_PathObject))
-        {
-            ring->TakeObject(joined);
-            return;
-        }
-    }
-    auto element = std::make_unique<CLinkedPathObject>(copy.get());
-    copy.release();
+
+/// A new element with `object` at the head of `ring`, which may be null.
+void PutBeforeResultRing(std::unique_ptr<CPathObjectBase> object, std::unique_ptr<CLinkedPathObject> & ring)
+{
+    auto element = std::make_unique<CLinkedPathObject>(object.get());
+    object.release();
     if (ring != nullptr)
     {
         element->m_Previous = ring->m_Previous;
@@ -42,9 +28,34 @@ void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPa
     ring = std::move(element);
 }
 
+} // namespace
+
+void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse)
+{
+    if (object == nullptr ||
+        (object->GetStartPoint() == object->GetEndPoint() && object->GetInbetweenPoint() == object->GetStartPoint()))
+    {
+        return; // a bridge, or another object without extent
+    }
+    std::unique_ptr<CPathObjectBase> copy(object->Clone());
+    if (reverse)
+    {
+        copy->Reverse();
+    }
+    if (ring != nullptr && ring->m_Run == nullptr)
+    {
+        if (CPathObjectBase* const joined = copy->Append(ring->m_PathObject))
+        {
+            ring->TakeObject(joined);
+            return;
+        }
+    }
+    PutBeforeResultRing(std::move(copy), ring);
+}
+
 void CloseResultRing(CLinkedPathObject* ring)
 {
-    if (ring->m_Next == nullptr)
+    if (ring->m_Next == nullptr || ring->m_Run != nullptr)
     {
         return;
     }
@@ -53,7 +64,8 @@ void CloseResultRing(CLinkedPathObject* ring)
     {
         last = last->m_Next;
     }
-    if (CPathObjectBase* const joined = last->m_PathObject->Append(ring->m_PathObject))
+    CPathObjectBase* const joined = last->m_Run == nullptr ? last->m_PathObject->Append(ring->m_PathObject) : nullptr;
+    if (joined != nullptr)
     {
         ring->TakeObject(joined);
         delete last;
@@ -77,6 +89,31 @@ bool AreResultRingsClosed(CLinkedPathObject const* results)
     return true;
 }
 
+bool AreRunsInPlace(CLinkedPathObject const* results, CFold const & fold, bool isSubjectKept)
+{
+    auto const & runs = fold.GetRuns();
+    std::vector<bool> isThere(runs.size(), false);
+    std::size_t count = 0;
+    for (CLinkedPathObject const* ring = results; ring != nullptr; ring = ring->m_NextRing)
+    {
+        for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
+        {
+            if (element->m_Run == nullptr)
+            {
+                continue;
+            }
+            auto const index = static_cast<std::size_t>(element->m_Run - runs.data());
+            if (isThere[index] || element->m_Previous == nullptr || element->m_Next == nullptr)
+            {
+                return false;
+            }
+            isThere[index] = true;
+            ++count;
+        }
+    }
+    return count == (isSubjectKept ? runs.size() : 0);
+}
+
 void CleanupResultRings(CLinkedPathObject* results)
 {
     for (CLinkedPathObject* ring = results; ring != nullptr; ring = ring->m_NextRing)
@@ -84,13 +121,33 @@ void CleanupResultRings(CLinkedPathObject* results)
         for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
         {
             bool const isAlone = element->m_Next == nullptr && element->m_Previous == nullptr;
-            element->m_PathObject->Cleanup(isAlone);
+            if (element->m_Run == nullptr)
+            {
+                element->m_PathObject->Cleanup(isAlone);
+            }
         }
     }
 }
 
 namespace
 {
+
+/// The objects that `holder` stands for, at the head of `ring`.
+void AppendHolderToResultRing(CPathObjectHolder const* holder, std::unique_ptr<CLinkedPathObject> & ring, bool reverse)
+{
+    if (holder->m_Run == nullptr)
+    {
+        AppendToResultRing(holder->GetPathObject(), ring, reverse);
+        return;
+    }
+    PutBeforeResultRing(std::unique_ptr<CPathObjectBase>(holder->GetPathObject()->Clone()), ring);
+    ring->m_Run = holder->m_Run;
+    ring->m_IsRunReversed = reverse;
+    if (reverse)
+    {
+        ring->m_PathObject->Reverse();
+    }
+}
 
 /// Traces one result ring from `g` until the walk comes to a holder that was visited. False if it leads nowhere: an
 /// intersection without a neighbour, or more steps than there are holders.
@@ -107,13 +164,13 @@ bool TraceRing(CPathObjectHolder* g, std::size_t stepsLeft, std::unique_ptr<CLin
             }
             if (isForward)
             {
-                AppendToResultRing(g->GetPathObject(), ring, true);
+                AppendHolderToResultRing(g, ring, true);
             }
             g->m_Visited = true;
             g = isForward ? g->m_Next : g->m_Previous;
             if (!isForward)
             {
-                AppendToResultRing(g->GetPathObject(), ring, false);
+                AppendHolderToResultRing(g, ring, false);
             }
         } while (!g->m_IsIntersection);
         g->m_Visited = true;

@@ -145,16 +145,18 @@ std::vector<Loop> SplitIntoLoops(std::vector<TEdge> const & edges)
     return loops;
 }
 
+double SignedTriangleArea(TPoint<double> const & origin, TPoint<double> const & p, TPoint<double> const & q)
+{
+    return 0.5 * ((p.x - origin.x) * (q.y - origin.y) - (q.x - origin.x) * (p.y - origin.y));
+}
+
 double SignedAreaOf(Loop const & edges)
 {
     double area = 0.0;
     for (TEdge const & edge : edges)
     {
         // relative to a point of the loop, so that a place far from the origin costs no digits
-        TPoint<double> const & origin = edges.front().start;
-        TPoint<double> const & p = edge.start;
-        TPoint<double> const & q = edge.end;
-        area += 0.5 * ((p.x - origin.x) * (q.y - origin.y) - (q.x - origin.x) * (p.y - origin.y));
+        area += SignedTriangleArea(edges.front().start, edge.start, edge.end);
         area += edge.arc != nullptr ? CircularSegmentArea(*edge.arc) : 0.0;
     }
     return area;
@@ -193,6 +195,20 @@ double OutlineArea(CPolygon::PathObjects const & outline)
 double SignedOutlineArea(CPolygon::PathObjects const & outline)
 {
     return SignedAreaOf(EdgesOf(outline));
+}
+
+double SignedAreaTo(CPathObjectBase const & object, TPoint<double> const & origin)
+{
+    if (auto const* arc = dynamic_cast<CPathObjectArc const*>(&object))
+    {
+        return SignedTriangleArea(origin, arc->GetStartPoint(), arc->GetEndPoint()) + CircularSegmentArea(*arc);
+    }
+    double area = 0.0;
+    for (auto p = object.GetPointsBegin(); object.GetPointsEnd() - p > 1; ++p)
+    {
+        area += SignedTriangleArea(origin, p[0], p[1]);
+    }
+    return area;
 }
 
 double CPolygon::GetArea() const

@@ -9,6 +9,9 @@ namespace geometry
 /// Signed area of an outline, exact on arcs, positive for a counter-clockwise one. 0 without path objects.
 double SignedOutlineArea(CPolygon::PathObjects const & outline);
 
+/// Signed area between one path object and `origin`: those of all objects of an outline add up to its own.
+double SignedAreaTo(CPathObjectBase const & object, TPoint<double> const & origin);
+
 /// Area of the outline alone, without its holes, and its length.
 double AreaOf(CPolygon const & ring);
 double LengthOf(CPolygon const & ring);

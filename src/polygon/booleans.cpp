@@ -7,6 +7,7 @@
 
 #include <geometry/thread/thread.h>
 
+#include "polygon/folding.h"
 #include "polygon/subtract_tiles.h"
 
 namespace geometry
@@ -40,6 +41,17 @@ EClipResult RunClipIfOverlapping(Clipper & clipper, Clipper::EClipOperation oper
     }
     clipper.SetOperation(operation);
     return clipper.RunClip(clip, subject);
+}
+
+/// The same for a polygon that its pieces replace.
+EClipResult RunLastClipIfOverlapping(Clipper & clipper, CPolygon const & clip, CPolygon & subject)
+{
+    if (!clip.GetHoles().empty() || !subject.GetBoundingRect().Overlaps(clip.GetBoundingRect()))
+    {
+        return RunClipIfOverlapping(clipper, Clipper::eClipDifference, clip, subject);
+    }
+    clipper.SetOperation(Clipper::eClipDifference);
+    return RunFoldedClip(clipper, clip, subject);
 }
 
 /// Replaces `work[index]` by `pieces`, outlines cut from it by `clip`, to which its holes are carried over.
@@ -77,7 +89,7 @@ EClipResult SubtractFromPolygon(PolygonVector & work, std::size_t index, CPolygo
                                 EClipResult code)
 {
     CPolygon & polygon = *work[index];
-    EClipResult const r = RunClipIfOverlapping(clipper, Clipper::eClipDifference, clip, polygon);
+    EClipResult const r = RunLastClipIfOverlapping(clipper, clip, polygon);
     if (r == Clipper::eClipResultReady || r == Clipper::eClipSubjectInsideClip || r == Clipper::eClipClipInsideSubject)
     {
         AppendPartsInHoles(work, polygon, clip);

@@ -9,6 +9,7 @@
 #include <geometry/thread/thread.h>
 
 #include "polygon/area.h"
+#include "polygon/folding.h"
 
 namespace geometry
 {
@@ -176,7 +177,18 @@ void CMerger::TryCandidate(PolygonVector & scan, std::size_t index)
 EClipResult CMerger::RunUnion(CPolygon const & candidate, OwningPolygonVector & merged)
 {
     m_Clipper.SetOperation(Clipper::eClipUnion);
-    EClipResult const r = m_Clipper.RunClip(candidate, Target());
+    EClipResult r = candidate.GetHoles().empty() ? RunFoldedClip(m_Clipper, candidate, Target())
+                                                 : m_Clipper.RunClip(candidate, Target());
+    if (r == Clipper::eClipResultReady && IsFolded(m_Clipper))
+    {
+        if (IsClearOfPointContact(m_Clipper, candidate))
+        {
+            m_Clipper.TakeResultPolygons(merged);
+            m_TargetArea = -1.0;
+            return r;
+        }
+        r = m_Clipper.RunClip(candidate, Target());
+    }
     if (r != Clipper::eClipResultReady)
     {
         return r;

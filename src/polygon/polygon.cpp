@@ -47,6 +47,7 @@ void CPolygon::ClearOutline()
         delete object;
     }
     m_Outline.clear();
+    m_Facts.reset();
     ClearOutlineCache();
     m_WindingDirection = eWindingUnknown;
 }
@@ -78,6 +79,7 @@ void CPolygon::AppendPathObject(CPathObjectBase* object)
         return;
     }
     m_Outline.push_back(object);
+    m_Facts.reset();
     m_BoundingRect.Include(object->GetBoundingRect());
     m_WindingDirection = eWindingUnknown;
 }

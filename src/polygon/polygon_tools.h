@@ -78,6 +78,7 @@ struct CPolygonInternals
     {
         auto const & objects = source.m_Outline;
         bool const hasUserInfo =
+            source.m_Facts == nullptr && // a clip that went by them left none in
             std::any_of(objects.begin(), objects.end(),
                         [](CPathObjectBase const* object) { return object->GetUserInfo() != nullptr; });
         CPolygon clones;
@@ -89,6 +90,7 @@ struct CPolygonInternals
         polygon.ClearOutlineCache();
         fresh.ClearOutlineCache();
         polygon.m_Outline.swap(fresh.m_Outline);
+        polygon.m_Facts.swap(fresh.m_Facts);
         polygon.m_BoundingRect = fresh.m_BoundingRect;
         polygon.m_WindingDirection = fresh.m_WindingDirection;
         fresh.m_WindingDirection = CPolygon::eWindingUnknown;
@@ -97,6 +99,21 @@ struct CPolygonInternals
             polygon.SetCorrectHoleWinding(*hole);
         }
     }
+    static CPolygon::PathObjects & OutlineOf(CPolygon & polygon) { return polygon.m_Outline; }
+    static void ClearOutline(CPolygon & polygon) { polygon.ClearOutline(); }
+    /// Gives an empty polygon a closed outline with all that is known of it.
+    static void AdoptOutline(CPolygon & polygon, CPolygon::PathObjects objects, CBoundingRect<double> const & rect,
+                             CPolygon::EPolygonWinding winding, std::shared_ptr<COutlineFacts> facts)
+    {
+        polygon.m_Outline.swap(objects);
+        polygon.m_BoundingRect = rect;
+        polygon.m_WindingDirection = winding;
+        polygon.m_Facts = std::move(facts);
+    }
+    /// What is known of the outline, complete.
+    static COutlineFacts const & CompleteFacts(CPolygon & polygon);
+    /// The same, where it was completed before.
+    static COutlineFacts const & FactsOf(CPolygon const & polygon) { return *polygon.m_Facts; }
     static CPolygon::PolygonHash & HolesOf(CPolygon & polygon) { return polygon.m_Holes; }
     static void DeleteHoles(CPolygon & polygon) { polygon.DeleteHoles(); }
     /// Moves the holes to the end of `holes`.

@@ -2,6 +2,8 @@
 #include <geometry/numeric/self_destructing_container.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "numeric/chain_index.h"
 #include "support/shape_generators.h"
 #include "support/test_access.h"
@@ -61,6 +63,46 @@ TEST(IndexProperty, ResultsAreThoseOfThePlainLoops)
         std::string const plain = Fingerprint(first, second, EIndexUse::eNever);
         ASSERT_EQ(plain, Fingerprint(first, second, EIndexUse::eAlways))
             << "\n  A " << PrintShape(first) << "\n  B " << PrintShape(second);
+    }
+}
+
+/// What many shapes come to: all in one, taken away from one, and the first one's outline as a band.
+std::string FingerprintOfMany(std::vector<Shape> const & shapes, EIndexUse use)
+{
+    TIndexUse const guard(use);
+    std::vector<std::unique_ptr<CPolygon>> polygons;
+    std::vector<CPolygon const*> range;
+    for (Shape const & shape : shapes)
+    {
+        polygons.push_back(MakePolygon(shape));
+        range.push_back(polygons.back().get());
+    }
+    std::string text;
+    SelfDestructingContainer<std::vector<CPolygon*>> merged, left, grown;
+    text += CPolygon::MergePolygons(merged, range) ? "true" : "false";
+    std::vector<CPolygon const*> const rest(range.begin() + 1, range.end());
+    text += range.front()->SubtractPolygons(left, rest, 1) ? " true" : " false";
+    if (shapes.size() % 4 == 0) merged.front()->GetInflatedPolygon(grown, shapes.size() % 8 == 0 ? 700.0 : -300.0);
+    for (auto const* result : {&merged, &left, &grown})
+        for (CPolygon const* polygon : *result)
+            text += '\n' + PrintShape(ShapeOf(*polygon));
+    return text;
+}
+
+TEST(IndexProperty, LargeOutlinesGrowAsInThePlainLoops)
+{
+    CShapeGenerator generator(7);
+    for (int i = 0; i < 200; ++i)
+    {
+        std::vector<Shape> shapes(static_cast<std::size_t>(generator.Int(5, i % 10 == 0 ? 120 : 40)));
+        int const room = static_cast<int>((1 + i % 3) * std::sqrt(shapes.size()));
+        for (Shape & shape : shapes)
+        {
+            shape = i % 4 == 0 ? generator.Any() : i % 4 == 1 ? generator.Lattice() : generator.Round();
+            shape = Mapped(shape, 1, 0, generator.Int(0, room) * CShapeGenerator::Unit,
+                           generator.Int(0, room) * CShapeGenerator::Unit);
+        }
+        ASSERT_EQ(FingerprintOfMany(shapes, EIndexUse::eNever), FingerprintOfMany(shapes, EIndexUse::eAlways)) << i;
     }
 }
 

@@ -2,6 +2,7 @@
 /// The area type of the library: one closed outline of path objects, and holes.
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include <geometry/clip/spatial_hash_container.h>
@@ -14,6 +15,7 @@ namespace geometry
 
 template <typename T>
 class CPolygonClipBase;
+struct COutlineFacts;
 
 /// A region of the plane: the inside of one closed outline less the inside of its holes, each a polygon of its own.
 ///
@@ -253,9 +255,10 @@ private:
     PathObjects m_Outline; ///< in path order; owned
     PolygonHash m_Holes;   ///< owned; they lie inside, so not in the rectangle
     mutable TLazyValue<EPolygonWinding> m_WindingDirection =
-        eWindingUnknown;                  ///< 0 or the true one: `GetWindingDirection`
-    CBoundingRect<double> m_BoundingRect; ///< union of the rectangles of the outline's objects
-    PathObjectHash m_OutlineCache;        ///< empty or pieces of the present outline; owned
+        eWindingUnknown;                    ///< 0 or the true one: `GetWindingDirection`
+    CBoundingRect<double> m_BoundingRect;   ///< union of the rectangles of the outline's objects
+    PathObjectHash m_OutlineCache;          ///< empty or pieces of the present outline; owned
+    std::shared_ptr<COutlineFacts> m_Facts; ///< of a polygon under work only, and void with every change; may be null
 };
 
 } // namespace geometry

@@ -1,0 +1,201 @@
+#include "clip/fold.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <geometry/arc/path_object_arc.h>
+
+#include "numeric/chain_index.h"
+#include "path/probe_parity.h"
+#include "polygon/outline_facts.h"
+#include "polygon/polygon_tools.h"
+
+namespace geometry
+{
+
+namespace
+{
+
+constexpr std::size_t MinFoldedCount = 32; // path objects; below, reading them one by one is as fast
+constexpr std::size_t Neighbours = 2;      // how far from a place the clipper looks along the ring
+
+/// Above all distances at which a clip takes notice of an object: 0.1 for arcs, 1e-7 of the size of an object, 100 units
+/// in the last place.
+double RoomFor(CBoundingRect<double> const & a, CBoundingRect<double> const & b)
+{
+    double const size = (a.maxX - a.minX) + (a.maxY - a.minY) + (b.maxX - b.minX) + (b.maxY - b.minY);
+    double const largest = std::max({std::fabs(a.minX), std::fabs(a.minY), std::fabs(a.maxX), std::fabs(a.maxY)});
+    return 0.25 + 2.5e-7 * size + 1e-11 * largest;
+}
+
+bool IsApart(CBoundingRect<double> const & a, CBoundingRect<double> const & b)
+{
+    return a.maxX < b.minX || a.minX > b.maxX || a.maxY < b.minY || a.minY > b.maxY;
+}
+
+/// Beyond, arcs aren't clipped.
+bool IsInReach(CBoundingRect<double> const & rect)
+{
+    constexpr double largest = 1e15;
+    return rect.minX > -largest && rect.minY > -largest && rect.maxX < largest && rect.maxY < largest;
+}
+
+bool HasUserInfo(CPathObjectBase const* object)
+{
+    return object->GetUserInfo() != nullptr;
+}
+
+} // namespace
+
+std::unique_ptr<CFold> CFold::Make(CPolygon & polygon, CPolygon const & other)
+{
+    auto const & outline = polygon.GetOutline();
+    auto const & otherOutline = other.GetOutline();
+    if (!IsIndexUsed(outline.size() >= MinFoldedCount) || outline.size() <= 2 * Neighbours ||
+        !IsInReach(polygon.GetBoundingRect()) || !IsInReach(other.GetBoundingRect()) ||
+        std::any_of(otherOutline.begin(), otherOutline.end(), HasUserInfo))
+    {
+        return nullptr;
+    }
+    CPolygonInternals::CompleteFacts(polygon);
+    std::unique_ptr<CFold> fold(new CFold(polygon));
+    fold->SetWindow(other.GetBoundingRect());
+    fold->FindRuns();
+    std::size_t count = 0;
+    for (TFoldedRun const & run : fold->m_Runs)
+    {
+        count += run.last - run.first;
+    }
+    // the cancellation of infinities isn't thought through: such outlines go the plain way
+    bool const isWorthIt = count > 0 && IsIndexUsed(count >= MinFoldedCount / 2) && std::isfinite(fold->m_RunLength);
+    return isWorthIt ? std::move(fold) : nullptr;
+}
+
+void CFold::SetWindow(CBoundingRect<double> const & other)
+{
+    double const room = RoomFor(m_Polygon.GetBoundingRect(), other);
+    m_Window = other;
+    m_Window.Inflate(0.5 * room);
+    m_Reach = other;
+    m_Reach.Inflate(room);
+}
+
+void CFold::FindRuns()
+{
+    auto const & outline = m_Polygon.GetOutline();
+    auto const & facts = CPolygonInternals::FactsOf(m_Polygon).objects;
+    std::size_t const n = outline.size();
+    std::vector<char> isKept(n, 0);
+    for (std::size_t i = 0; i < n; ++i)
+    {
+        if (!IsApart(facts[i].rect, m_Reach))
+        {
+            for (std::size_t k = 0; k <= 2 * Neighbours; ++k)
+            {
+                isKept[(i + n - Neighbours + k) % n] = 1;
+            }
+        }
+        else if (!facts[i].isSteady)
+        {
+            isKept[i] = 1;
+        }
+        if (!facts[i].isApart)
+        {
+            isKept[i] = 1;
+            isKept[i + 1 < n ? i + 1 : 0] = 1;
+        }
+    }
+    for (std::size_t i = 0; i < n; ++i)
+    {
+        if (isKept[i] != 0)
+        {
+            m_RestLength += outline[i]->CalculateLength();
+            if (HasUserInfo(outline[i]))
+            {
+                m_Runs.clear();
+                return;
+            }
+            continue;
+        }
+        if (i == 0 || isKept[i - 1] != 0)
+        {
+            m_Runs.emplace_back().first = i;
+        }
+        AddToRun(i);
+    }
+}
+
+void CFold::AddToRun(std::size_t index)
+{
+    TObjectFacts const & facts = CPolygonInternals::FactsOf(m_Polygon).objects[index];
+    TFoldedRun & run = m_Runs.back();
+    run.last = index + 1;
+    run.rect.Include(facts.rect);
+    run.area += facts.area;
+    run.length += facts.length;
+    run.hasArc = run.hasArc || facts.isArc;
+    m_RunLength += facts.length;
+    if (facts.rect.minY > m_Window.maxY && facts.rect.minX <= m_Window.maxX && facts.rect.maxX >= m_Window.minX)
+    {
+        AddAbove(index);
+    }
+}
+
+void CFold::AddAbove(std::size_t index)
+{
+    CPathObjectBase const & object = *m_Polygon.GetOutline()[index];
+    double const startX = object.GetStartPoint().x;
+    double const endX = object.GetEndPoint().x;
+    bool const goesOn = !m_Above.empty() && m_Above.back().last == index && m_Above.back().endX == startX;
+    if (goesOn)
+    {
+        m_Above.back().last = index + 1;
+        m_Above.back().endX = endX;
+    }
+    else
+    {
+        m_Above.push_back({index, index + 1, startX, endX});
+    }
+    if (!object.CanAppendVertex())
+    {
+        auto const & arc = static_cast<CPathObjectArc const &>(object);
+        double const x = arc.GetCentre().x;
+        double const radius = arc.GetRadius();
+        double const room = 0.1 + 1e-6 * radius + 1e-9 * (std::fabs(x) + radius);
+        for (double const critical : {startX, endX, x - radius, x + radius})
+        {
+            if (critical + room >= m_Window.minX && critical - room <= m_Window.maxX)
+            {
+                m_Critical.push_back({critical - room, critical + room});
+            }
+        }
+    }
+}
+
+bool CFold::IsProbeCountOdd(TPoint<double> const & point)
+{
+    if (!IsInWindow(point))
+    {
+        Fail();
+        return false;
+    }
+    bool const isCritical =
+        std::any_of(m_Critical.begin(), m_Critical.end(),
+                    [&](TInterval const & interval) { return point.x >= interval.low && point.x <= interval.high; });
+    bool isOdd = false;
+    for (TRangeAbove const & range : m_Above)
+    {
+        if (!isCritical)
+        {
+            isOdd = isOdd != (IsClearlyLess(point.x, range.startX) != IsClearlyLess(point.x, range.endX));
+            continue;
+        }
+        for (std::size_t i = range.first; i < range.last; ++i)
+        {
+            isOdd = isOdd != geometry::IsProbeCountOdd(*m_Polygon.GetOutline()[i], point);
+        }
+    }
+    return isOdd;
+}
+
+} // namespace geometry

@@ -1,0 +1,85 @@
+// A large outline against a small one: most of its path objects are nowhere near, and come out of a clip as they went in.
+// Folded, a run of such objects stands in the ring as one holder, and in the result rings as one element, until the
+// objects themselves move into the result. What a clip asks of them all - on which side of the outline a point near the
+// small one lies - is answered by those above that place.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <geometry/polygon/polygon.h>
+
+namespace geometry
+{
+
+/// Objects of the outline from `first` on up to the one before `last`, all far from the other outline, of which no
+/// neighbours are joined, to each other or to what is before and behind.
+struct TFoldedRun
+{
+    std::size_t first = 0;
+    std::size_t last = 0;
+    CBoundingRect<double> rect;
+    double area = 0.0; ///< see `TObjectFacts`
+    double length = 0.0;
+    bool hasArc = false;
+};
+
+class CFold
+{
+public:
+    /// The outline of `polygon` folded for a clip with `other`; null if that doesn't pay. `polygon` must outlive it.
+    static std::unique_ptr<CFold> Make(CPolygon & polygon, CPolygon const & other);
+
+    CPolygon & GetPolygon() const { return m_Polygon; }
+    std::vector<TFoldedRun> const & GetRuns() const { return m_Runs; }
+    /// The length of all runs, and that of the other objects.
+    double GetRunLength() const { return m_RunLength; }
+    double GetRestLength() const { return m_RestLength; }
+
+    /// Questions about a point in the window find no object of a run near it.
+    bool IsInWindow(TPoint<double> const & point) const
+    {
+        return point.x >= m_Window.minX && point.x <= m_Window.maxX && point.y >= m_Window.minY &&
+               point.y <= m_Window.maxY;
+    }
+    /// The upward ray from a point in the window crosses the objects of the runs an odd number of times. Elsewhere that
+    /// isn't known: the fold has failed.
+    bool IsProbeCountOdd(TPoint<double> const & point);
+
+    /// The clip came to where the fold doesn't tell what the whole outline would: all must be done again without it.
+    bool HasFailed() const { return m_HasFailed; }
+    void Fail() { m_HasFailed = true; }
+
+private:
+    /// Consecutive objects above the window that run into each other exactly.
+    struct TRangeAbove
+    {
+        std::size_t first;
+        std::size_t last;
+        double startX;
+        double endX;
+    };
+    struct TInterval
+    {
+        double low;
+        double high;
+    };
+
+    explicit CFold(CPolygon & polygon) : m_Polygon(polygon) {}
+    void SetWindow(CBoundingRect<double> const & other);
+    void FindRuns();
+    void AddToRun(std::size_t index);
+    void AddAbove(std::size_t index);
+
+    CPolygon & m_Polygon;
+    std::vector<TFoldedRun> m_Runs; ///< in path order
+    CBoundingRect<double> m_Window; ///< around the other outline
+    CBoundingRect<double> m_Reach;  ///< around the window: what overlaps it isn't far
+    std::vector<TRangeAbove> m_Above;
+    std::vector<TInterval> m_Critical; ///< x at which the crossings of an arc above aren't told by its ends
+    double m_RunLength = 0.0;
+    double m_RestLength = 0.0;
+    bool m_HasFailed = false;
+};
+
+} // namespace geometry

@@ -1,0 +1,329 @@
+// Runs with a folded subject: reading it, and unfolding what came of it.
+#include <algorithm>
+#include <cmath>
+
+#include "clip/clipper.h"
+#include "polygon/area.h"
+#include "polygon/outline_builder.h"
+#include "polygon/outline_facts.h"
+#include "polygon/polygon_tools.h"
+
+namespace geometry
+{
+
+namespace
+{
+
+using AddPathHelper = CPolygonClipBase<double>::CAddPathHelper;
+
+int WindingOf(CPolygon const & polygon)
+{
+    return CPolygonInternals::GetWindingDirection(polygon) == CPolygon::eWindingNegative ? 0 : 1;
+}
+
+/// A segment stands for a run where its ends are asked for.
+void AddRun(TFoldedRun const & run, CPolygon::PathObjects const & outline, AddPathHelper & helper)
+{
+    CPathObjectPolyline const ends(outline[run.first]->GetStartPoint(), outline[run.last - 1]->GetEndPoint());
+    helper.AddPathObject(&ends, 0.0, 0.0, false);
+}
+
+/// A polygon accepts all valid objects of the ring as they are.
+bool IsConnected(CLinkedPathObject const* ring)
+{
+    CPathObjectBase const* first = nullptr;
+    CPathObjectBase const* last = nullptr;
+    for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
+    {
+        CPathObjectBase const* const object = element->m_PathObject;
+        if (object->IsValid())
+        {
+            if (last != nullptr && !(object->GetStartPoint() == last->GetEndPoint()))
+            {
+                return false;
+            }
+            first = first != nullptr ? first : object;
+            last = object;
+        }
+    }
+    return last == nullptr || last->GetEndPoint() == first->GetStartPoint();
+}
+
+bool AreConnected(CLinkedPathObject const* results)
+{
+    CLinkedPathObject const* ring = results;
+    while (ring != nullptr && IsConnected(ring))
+    {
+        ring = ring->m_NextRing;
+    }
+    return ring == nullptr;
+}
+
+} // namespace
+
+/// Both outlines, as a first attempt reads them, but the runs of the fold as one holder each.
+template <typename T>
+void CPolygonClipGreinerHormannBased<T>::ReadForFold(CPolygon const & first)
+{
+    std::unique_ptr<CAddPathHelper> const clipHelper(CreateClipPathHelper());
+    std::unique_ptr<CAddPathHelper> const subjectHelper(CreateSubjectPathHelper());
+    for (CPathObjectBase const* object : first.GetOutline())
+    {
+        if (object->IsValid())
+        {
+            clipHelper->AddPathObject(object);
+        }
+    }
+    auto const & outline = m_Fold->GetPolygon().GetOutline();
+    auto run = m_Fold->GetRuns().begin();
+    std::vector<TFoldedRun const*> runs; // of the holders, null for one with an object of the outline
+    for (std::size_t i = 0; i < outline.size();)
+    {
+        if (run != m_Fold->GetRuns().end() && run->first == i)
+        {
+            AddRun(*run, outline, *subjectHelper);
+            m_SubjectRect.Include(run->rect);
+            runs.push_back(&*run);
+            i = run++->last;
+            continue;
+        }
+        if (outline[i]->IsValid())
+        {
+            subjectHelper->AddPathObject(outline[i]);
+            runs.push_back(nullptr);
+        }
+        ++i;
+    }
+    CPathObjectHolder* holder = m_SubjectRing;
+    for (TFoldedRun const* stoodFor : runs)
+    {
+        holder->m_Run = stoodFor;
+        holder = holder->m_Next;
+    }
+    this->m_ClipWinding = WindingOf(first);
+    this->m_SubjectWinding = WindingOf(m_Fold->GetPolygon());
+}
+
+template <typename T>
+typename CPolygonClipBase<T>::EClipResult CPolygonClipGreinerHormannBased<T>::RunFoldedClip(CPolygon const & first,
+                                                                                            CPolygon & second)
+{
+    Clear();
+    m_Fold = CFold::Make(second, first);
+    if (m_Fold != nullptr)
+    {
+        this->m_Attempts = 1;
+        ReadForFold(first);
+        EClipResult const result = Execute();
+        if (!m_Fold->HasFailed() && result != this->eClipRetry && AreConnected(m_Results))
+        {
+            return result;
+        }
+    }
+    return this->RunClip(first, second);
+}
+
+template <typename T>
+double CPolygonClipGreinerHormannBased<T>::GetResultLength() const
+{
+    double length = 0.0;
+    for (CLinkedPathObject const* ring = m_Results; ring != nullptr; ring = ring->m_NextRing)
+    {
+        for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
+        {
+            length += element->m_Run == nullptr ? element->m_PathObject->CalculateLength() : 0.0;
+        }
+    }
+    return length;
+}
+
+namespace
+{
+
+std::unique_ptr<CPolygon> TakePlainRing(CLinkedPathObject* ring)
+{
+    OwnedPathObjects objects;
+    for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
+    {
+        if (element->m_PathObject->IsValid())
+        {
+            objects.emplace_back(element->m_PathObject);
+            element->m_PathObject = nullptr;
+        }
+    }
+    return objects.empty() ? nullptr : MakePolygonFrom(std::move(objects));
+}
+
+/// One result ring on its way into a polygon, which gets the objects of its runs from the outline that was folded.
+class CRingUnfolder
+{
+public:
+    explicit CRingUnfolder(CPolygon & source)
+        : m_Source(source), m_SourceFacts(CPolygonInternals::FactsOf(source)),
+          m_Facts(std::make_shared<COutlineFacts>())
+    {
+        m_Facts->origin = m_SourceFacts.origin;
+    }
+
+    std::unique_ptr<CPolygon> TakeRing(CLinkedPathObject* ring);
+
+private:
+    void AddObject(CPathObjectBase* object);
+    void AddRun(TFoldedRun const & run, bool isReversed);
+    CPolygon::EPolygonWinding FindWinding() const;
+
+    CPolygon & m_Source;
+    COutlineFacts const & m_SourceFacts;
+    CPolygon::PathObjects m_Objects; ///< not owned
+    std::shared_ptr<COutlineFacts> m_Facts;
+    CBoundingRect<double> m_Rect;
+    double m_Area = 0.0;
+    bool m_HasArc = false;
+};
+
+void CRingUnfolder::AddObject(CPathObjectBase* object)
+{
+    m_Objects.push_back(object);
+    m_Facts->objects.emplace_back();
+    m_Rect.Include(object->GetBoundingRect());
+    m_Area += SignedAreaTo(*object, m_Facts->origin);
+    m_HasArc = m_HasArc || !object->CanAppendVertex();
+}
+
+/// The objects of the run, turned round if need be. What is known of them goes on to hold.
+void CRingUnfolder::AddRun(TFoldedRun const & run, bool isReversed)
+{
+    auto const & outline = m_Source.GetOutline();
+    auto const & facts = m_SourceFacts.objects;
+    auto const first = static_cast<std::ptrdiff_t>(run.first);
+    auto const last = static_cast<std::ptrdiff_t>(run.last);
+    std::size_t const begin = m_Objects.size();
+    m_Objects.insert(m_Objects.end(), outline.begin() + first, outline.begin() + last);
+    m_Facts->objects.insert(m_Facts->objects.end(), facts.begin() + first, facts.begin() + last);
+    if (isReversed)
+    {
+        auto const from = static_cast<std::ptrdiff_t>(begin);
+        std::reverse(m_Objects.begin() + from, m_Objects.end());
+        std::reverse(m_Facts->objects.begin() + from, m_Facts->objects.end());
+        for (std::size_t i = begin; i < m_Objects.size(); ++i)
+        {
+            TObjectFacts & present = m_Facts->objects[i];
+            m_Objects[i]->Reverse();
+            present.area = -present.area;
+            // the joint in front of an object is the one behind it now; all within a run are alike
+            present.isApart = true;
+        }
+    }
+    m_Facts->objects.back().isJointKnown = false;
+    m_Rect.Include(run.rect);
+    m_Area += isReversed ? -run.area : run.area;
+    m_HasArc = m_HasArc || run.hasArc;
+}
+
+/// By the area, if it is so clear of zero that the polygon itself would come to the same.
+CPolygon::EPolygonWinding CRingUnfolder::FindWinding() const
+{
+    double const width = m_Rect.maxX - m_Rect.minX;
+    double const height = m_Rect.maxY - m_Rect.minY;
+    TPoint<double> const & origin = m_Facts->origin;
+    double const reach = std::max(std::fabs(m_Rect.minX - origin.x), std::fabs(m_Rect.maxX - origin.x)) +
+                         std::max(std::fabs(m_Rect.minY - origin.y), std::fabs(m_Rect.maxY - origin.y));
+    double const rounding = 1e-15 * static_cast<double>(m_Objects.size()) * reach * reach;
+    if (!m_HasArc || !(std::fabs(m_Area) > 2e-9 * width * height + rounding))
+    {
+        return CPolygon::eWindingUnknown;
+    }
+    return m_Area < 0.0 ? CPolygon::eWindingNegative : CPolygon::eWindingPositive;
+}
+
+std::unique_ptr<CPolygon> CRingUnfolder::TakeRing(CLinkedPathObject* ring)
+{
+    std::size_t count = 0;
+    bool hasRun = false;
+    for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
+    {
+        count += element->m_Run != nullptr ? element->m_Run->last - element->m_Run->first : 1;
+        hasRun = hasRun || element->m_Run != nullptr;
+    }
+    if (!hasRun)
+    {
+        return TakePlainRing(ring);
+    }
+    m_Objects.reserve(count + 1);
+    m_Facts->objects.reserve(count);
+    auto polygon = std::make_unique<CPolygon>();
+    for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
+    {
+        if (element->m_Run != nullptr)
+        {
+            AddRun(*element->m_Run, element->m_IsRunReversed);
+        }
+        else if (element->m_PathObject->IsValid())
+        {
+            AddObject(element->m_PathObject);
+        }
+    }
+    CPolygon::EPolygonWinding const winding = FindWinding();
+    CPolygonInternals::AdoptOutline(*polygon, std::move(m_Objects), m_Rect, winding, std::move(m_Facts));
+    for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
+    {
+        if (element->m_Run != nullptr)
+        {
+            auto const begin = CPolygonInternals::OutlineOf(m_Source).begin();
+            std::fill(begin + static_cast<std::ptrdiff_t>(element->m_Run->first),
+                      begin + static_cast<std::ptrdiff_t>(element->m_Run->last), nullptr);
+        }
+        else if (element->m_PathObject->IsValid())
+        {
+            element->m_PathObject = nullptr;
+        }
+    }
+    return polygon;
+}
+
+} // namespace
+
+template <typename T>
+void CPolygonClipGreinerHormannBased<T>::TakeResultPolygons(std::vector<CPolygon*> & polygons)
+{
+    bool hasUserInfo = false; // whose clones the user may count
+    for (CLinkedPathObject const* ring = m_Results; ring != nullptr; ring = ring->m_NextRing)
+    {
+        for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
+        {
+            hasUserInfo = hasUserInfo || element->m_PathObject->GetUserInfo() != nullptr;
+        }
+    }
+    if (hasUserInfo)
+    {
+        GetResultPolygons(polygons);
+        return;
+    }
+    polygons.clear();
+    OwningPolygonVector made;
+    for (CLinkedPathObject* ring = m_Results; ring != nullptr; ring = ring->m_NextRing)
+    {
+        auto polygon = m_Fold != nullptr ? CRingUnfolder(m_Fold->GetPolygon()).TakeRing(ring) : TakePlainRing(ring);
+        if (polygon != nullptr)
+        {
+            PushPolygon(made, std::move(polygon));
+        }
+    }
+    if (m_Fold != nullptr)
+    {
+        CPolygonInternals::ClearOutline(m_Fold->GetPolygon());
+        m_Fold.reset();
+    }
+    delete m_Results;
+    m_Results = nullptr;
+    polygons.reserve(made.size());
+    AppendPolygons(polygons, made);
+}
+
+template void CPolygonClipGreinerHormannBased<double>::TakeResultPolygons(std::vector<CPolygon*> &);
+template void CPolygonClipGreinerHormannBased<double>::ReadForFold(CPolygon const &);
+template double CPolygonClipGreinerHormannBased<double>::GetResultLength() const;
+template CPolygonClipBase<double>::EClipResult CPolygonClipGreinerHormannBased<double>::RunFoldedClip(CPolygon const &,
+                                                                                                      CPolygon &);
+
+} // namespace geometry

@@ -1,0 +1,20 @@
+// Clips of a large outline that the result replaces.
+#pragma once
+
+#include "polygon/booleans.h"
+
+namespace geometry
+{
+
+/// `RunClip` for a `second` that the result replaces, if there is one: then its outline may be gone with
+/// `TakeResultPolygons`. What is far from `first` costs next to nothing.
+EClipResult RunFoldedClip(Clipper & clipper, CPolygon const & first, CPolygon & second);
+
+/// The last run has left far parts of `second` out.
+bool IsFolded(Clipper const & clipper);
+
+/// After a union that is ready and folded: its rings are so much shorter than the two outlines that these don't meet in
+/// single points only.
+bool IsClearOfPointContact(Clipper const & clipper, CPolygon const & first);
+
+} // namespace geometry

@@ -1,0 +1,133 @@
+#include "polygon/outline_facts.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+#include <geometry/arc/path_object_arc.h>
+#include <geometry/path/path_object_polyline.h>
+
+#include "path/segment_kernels.h"
+#include "polygon/area.h"
+#include "polygon/polygon_tools.h"
+
+namespace geometry
+{
+
+namespace
+{
+
+constexpr double LargestCoordinate = 1e15;
+constexpr double LargestMisfit = 0.01;  // of the radius, in coordinate units
+constexpr double SmallestRadius = 1e-6; // as a part of the coordinates of the centre
+
+bool HasSamePoints(CPathObjectBase const & a, CPathObjectBase const & b)
+{
+    auto const isSame = [](TPoint<double> const & p, TPoint<double> const & q) { return p.x == q.x && p.y == q.y; };
+    return std::equal(a.GetPointsBegin(), a.GetPointsEnd(), b.GetPointsBegin(), b.GetPointsEnd(), isSame);
+}
+
+/// Cleaning up changes nothing.
+bool IsClean(CPathObjectPolyline const & polyline)
+{
+    CPathObjectPolyline cleaned(polyline);
+    cleaned.Cleanup(false);
+    return HasSamePoints(cleaned, polyline);
+}
+
+bool IsSteadyPolyline(CPathObjectPolyline const & polyline)
+{
+    if (polyline.IsSingleSegment())
+    {
+        return true;
+    }
+    CPathObjectPolyline reversed(polyline);
+    reversed.Reverse();
+    return IsClean(polyline) && IsClean(reversed);
+}
+
+/// Its points say the same about its circle, and this isn't lost in the rounding of the coordinates.
+bool IsSteadyArc(CPathObjectArc const & arc)
+{
+    TPoint<double> const & centre = arc.GetCentre();
+    double const radius = arc.GetRadius();
+    double const reach = std::max(std::fabs(centre.x), std::fabs(centre.y));
+    auto const fits = [&](TPoint<double> const & p)
+    { return std::fabs(std::sqrt(SquareDistance(p, centre)) - radius) <= LargestMisfit; };
+    return radius > SmallestRadius * reach && reach + radius < LargestCoordinate && fits(arc.GetStartPoint()) &&
+           fits(arc.GetEndPoint());
+}
+
+TObjectFacts Describe(CPathObjectBase const & object, TPoint<double> const & origin)
+{
+    TObjectFacts facts;
+    facts.rect = object.GetBoundingRect();
+    facts.isKnown = true;
+    facts.isArc = !object.CanAppendVertex();
+    bool const isInReach = facts.rect.minX > -LargestCoordinate && facts.rect.minY > -LargestCoordinate &&
+                           facts.rect.maxX < LargestCoordinate && facts.rect.maxY < LargestCoordinate;
+    if (isInReach && object.IsValid() && object.GetUserInfo() == nullptr &&
+        !(object.GetStartPoint() == object.GetEndPoint()))
+    {
+        facts.area = SignedAreaTo(object, origin);
+        facts.length = object.CalculateLength();
+        if (auto const* arc = dynamic_cast<CPathObjectArc const*>(&object))
+        {
+            facts.isSteady = IsSteadyArc(*arc);
+        }
+        else if (auto const* polyline = dynamic_cast<CPathObjectPolyline const*>(&object))
+        {
+            facts.isSteady = IsSteadyPolyline(*polyline);
+        }
+    }
+    return facts;
+}
+
+bool AreApart(CPathObjectBase const & object, CPathObjectBase const & next)
+{
+    return object.GetEndPoint() == next.GetStartPoint() &&
+           std::unique_ptr<CPathObjectBase const>(object.Append(&next)) == nullptr;
+}
+
+} // namespace
+
+COutlineFacts const & CPolygonInternals::CompleteFacts(CPolygon & polygon)
+{
+    auto const & outline = polygon.m_Outline;
+    if (polygon.m_Facts == nullptr || polygon.m_Facts->objects.size() != outline.size())
+    {
+        polygon.m_Facts = std::make_shared<COutlineFacts>();
+        polygon.m_Facts->origin = outline.front()->GetStartPoint();
+        polygon.m_Facts->objects.resize(outline.size());
+    }
+    polygon.m_Facts->Complete(outline);
+    return *polygon.m_Facts;
+}
+
+void COutlineFacts::Complete(std::vector<CPathObjectBase*> const & outline)
+{
+    for (std::size_t i = 0; i < outline.size(); ++i)
+    {
+        if (!objects[i].isKnown)
+        {
+            bool const wasJointKnown = objects[i].isJointKnown;
+            bool const wasApart = objects[i].isApart;
+            objects[i] = Describe(*outline[i], origin);
+            objects[i].isJointKnown = wasJointKnown;
+            objects[i].isApart = wasApart;
+        }
+    }
+    for (std::size_t i = 0; i < outline.size(); ++i)
+    {
+        TObjectFacts const & next = objects[i + 1 < outline.size() ? i + 1 : 0];
+        TObjectFacts & facts = objects[i];
+        if (!facts.isJointKnown)
+        {
+            facts.isApart =
+                facts.isSteady && next.isSteady && AreApart(*outline[i], *outline[i + 1 < outline.size() ? i + 1 : 0]);
+            facts.isJointKnown = true;
+        }
+    }
+}
+
+} // namespace geometry
