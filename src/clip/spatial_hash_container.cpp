@@ -40,9 +40,10 @@ R CellsOf(R const & rect, int cellSize)
     return R(minX, minY, maxX, maxY);
 }
 
-CBoundingRect<double> ReadAsDoubles(CBoundingRect<int> const & rect)
+/// Integers of 32 bits are so far apart as doubles that a tolerant comparison is a plain one.
+bool Overlap(CBoundingRect<int> const & a, CBoundingRect<int> const & b)
 {
-    return CBoundingRect<double>(rect.minX, rect.minY, rect.maxX, rect.maxY);
+    return a.maxX >= b.minX && a.minX <= b.maxX && a.maxY >= b.minY && a.minY <= b.maxY;
 }
 
 std::int64_t Extent(int from, int to)
@@ -61,17 +62,22 @@ bool IsSingleCell(CBoundingRect<int> const & cells)
     return cells.minX == cells.maxX && cells.minY == cells.maxY;
 }
 
-template <typename T>
-bool EraseFrom(std::vector<T*> & objects, T const* object)
+/// `objectOf` tells the object of an element.
+template <typename Element, typename T, typename ObjectOf>
+bool EraseFrom(std::vector<Element> & elements, T const* object, ObjectOf objectOf)
 {
-    auto const found = std::find(objects.begin(), objects.end(), object);
-    if (found == objects.end())
+    auto const found = std::find_if(elements.begin(), elements.end(),
+                                    [&](Element const & element) { return objectOf(element) == object; });
+    if (found == elements.end())
     {
         return false;
     }
-    objects.erase(found);
+    elements.erase(found);
     return true;
 }
+
+constexpr auto ObjectOfEntry = [](auto const & entry) { return entry.object; };
+constexpr auto ObjectItself = [](auto* object) { return object; };
 
 /// Takes an object out of one cell; an emptied cell loses its entry.
 template <typename CellMap, typename T>
@@ -82,7 +88,7 @@ bool EraseFromCell(CellMap & cells, std::uint32_t id, T const* object)
     {
         return false;
     }
-    bool const wasThere = EraseFrom(cell->second, object);
+    bool const wasThere = EraseFrom(cell->second, object, ObjectOfEntry);
     if (cell->second.empty())
     {
         cells.erase(cell);
@@ -179,7 +185,7 @@ void CSpatialHashContainer<T, Calculator>::Add(T* object)
     catch (...)
     {
         EraseFromCells(object, cells);
-        EraseFrom(m_Objects, object);
+        EraseFrom(m_Objects, object, ObjectItself);
         m_ObjectCells.erase(entry);
         throw;
     }
@@ -192,14 +198,14 @@ void CSpatialHashContainer<T, Calculator>::EnterInCells(T* object, Calculator & 
     CBoundingRect<int> const & cells = *pass.GetCells();
     if (Calculator::GetExtentProduct(cells) > LargeExtentProduct)
     {
-        m_LargeObjects.push_back(object);
+        m_LargeObjects.push_back({pass.GetRect(), object});
         return;
     }
     // A pass names no cell twice and the object is new, so that no cell can hold it already.
     CellMap & map = IsSingleCell(cells) ? m_SingleCellObjects : m_MultiCellObjects;
     for (auto id = pass.GetNextCellId(); id != Calculator::EndOfCells; id = pass.GetNextCellId())
     {
-        map[id].push_back(object);
+        map[id].push_back({pass.GetRect(), object});
     }
 }
 
@@ -210,7 +216,7 @@ bool CSpatialHashContainer<T, Calculator>::EraseFromCells(T* object, CBoundingRe
 {
     if (Calculator::GetExtentProduct(cells) > LargeExtentProduct)
     {
-        return EraseFrom(m_LargeObjects, object);
+        return EraseFrom(m_LargeObjects, object, ObjectOfEntry);
     }
     CellMap & map = IsSingleCell(cells) ? m_SingleCellObjects : m_MultiCellObjects;
     // The corners of the cells give back the same range: the products stay within 32 bits since the quotients did.
@@ -235,7 +241,7 @@ T* CSpatialHashContainer<T, Calculator>::Remove(T* object) noexcept
     }
     CBoundingRect<int> const cells = entry->second;
     m_ObjectCells.erase(entry);
-    EraseFrom(m_Objects, object);
+    EraseFrom(m_Objects, object, ObjectItself);
     return EraseFromCells(object, cells) ? object : nullptr;
 }
 
@@ -264,28 +270,32 @@ void CSpatialHashContainer<T, Calculator>::Clear() noexcept
 /// cells whether this is its first appearance.
 template <typename T, typename Calculator>
 template <typename IsNew>
-void CSpatialHashContainer<T, Calculator>::WalkCells(Calculator & pass, CBoundingRect<double> const & query,
+void CSpatialHashContainer<T, Calculator>::WalkCells(Calculator & pass, CBoundingRect<int> const & query,
                                                      std::vector<T*> & out, IsNew isNew) const
 {
-    auto const overlaps = [&query](T const* object) { return query.Overlaps(ReadAsDoubles(RectOf(*object))); };
+    auto const append = [&](std::vector<TEntry> const & entries, auto const & isWanted)
+    {
+        for (TEntry const & entry : entries)
+        {
+            if (Overlap(query, entry.rect) && isWanted(entry.object))
+            {
+                out.push_back(entry.object);
+            }
+        }
+    };
+    auto const all = [](T*) { return true; };
     for (auto id = pass.GetNextCellId(); id != Calculator::EndOfCells; id = pass.GetNextCellId())
     {
         if (auto const cell = m_MultiCellObjects.find(id); cell != m_MultiCellObjects.end())
         {
-            for (T* object : cell->second)
-            {
-                if (overlaps(object) && isNew(object))
-                {
-                    out.push_back(object);
-                }
-            }
+            append(cell->second, isNew);
         }
         if (auto const cell = m_SingleCellObjects.find(id); cell != m_SingleCellObjects.end())
         {
-            std::copy_if(cell->second.begin(), cell->second.end(), std::back_inserter(out), overlaps);
+            append(cell->second, all);
         }
     }
-    std::copy_if(m_LargeObjects.begin(), m_LargeObjects.end(), std::back_inserter(out), overlaps);
+    append(m_LargeObjects, all);
 }
 
 template <typename T, typename Calculator>
@@ -297,13 +307,11 @@ void CSpatialHashContainer<T, Calculator>::GetObjectsInRect(CBoundingRect<double
         return;
     }
     CBoundingRect<int> const q = ToIntegerRect(rect);
-    CBoundingRect<double> const query = ReadAsDoubles(q);
     Calculator pass(q, m_CellSize, m_CellRange);
     if (CountCells(q, m_CellSize) < WideQueryCellCount)
     {
         // Sees what `out` held on entry, too.
-        WalkCells(pass, query, out,
-                  [&out](T* object) { return std::find(out.begin(), out.end(), object) == out.end(); });
+        WalkCells(pass, q, out, [&out](T* object) { return std::find(out.begin(), out.end(), object) == out.end(); });
         return;
     }
     bool const isPassLong =
@@ -312,11 +320,11 @@ void CSpatialHashContainer<T, Calculator>::GetObjectsInRect(CBoundingRect<double
     {
         // In adding order, which depends on the input alone, unlike the addresses.
         std::copy_if(m_Objects.begin(), m_Objects.end(), std::back_inserter(out),
-                     [&query](T const* object) { return query.Overlaps(ReadAsDoubles(RectOf(*object))); });
+                     [&q](T const* object) { return Overlap(q, RectOf(*object)); });
         return;
     }
     std::set<T*> seen;
-    WalkCells(pass, query, out, [&seen](T* object) { return seen.insert(object).second; });
+    WalkCells(pass, q, out, [&seen](T* object) { return seen.insert(object).second; });
 }
 
 template class CHashCalculator<CPathObjectBase, CBoundingRect<int>>;

@@ -114,16 +114,22 @@ public:
     CBoundingRect<int> const & GetCellRange() const noexcept { return m_CellRange; }
 
 private:
-    using CellMap = std::unordered_map<std::uint32_t, std::vector<T*>>;
+    /// An object with its rectangle in coordinates, truncated, so that a query passes over it without looking at it.
+    struct TEntry
+    {
+        CBoundingRect<int> rect;
+        T* object;
+    };
+    using CellMap = std::unordered_map<std::uint32_t, std::vector<TEntry>>;
 
     void EnterInCells(T* object, Calculator & pass);
     bool EraseFromCells(T* object, CBoundingRect<int> const & cells) noexcept;
     template <typename IsNew>
-    void WalkCells(Calculator & pass, CBoundingRect<double> const & query, std::vector<T*> & out, IsNew isNew) const;
+    void WalkCells(Calculator & pass, CBoundingRect<int> const & query, std::vector<T*> & out, IsNew isNew) const;
 
-    CellMap m_MultiCellObjects;     // per cell: the objects that cover this cell and at least one other
-    CellMap m_SingleCellObjects;    // per cell: the objects that lie in this cell alone
-    std::vector<T*> m_LargeObjects; // cover too many cells to be entered in the maps
+    CellMap m_MultiCellObjects;         // per cell: the objects that cover this cell and at least one other
+    CellMap m_SingleCellObjects;        // per cell: the objects that lie in this cell alone
+    std::vector<TEntry> m_LargeObjects; // cover too many cells to be entered in the maps
     std::unordered_map<T*, CBoundingRect<int>>
         m_ObjectCells;         // every object with its range; the order of keys never shows
     std::vector<T*> m_Objects; // every object in adding order; owned
