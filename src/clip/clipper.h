@@ -47,7 +47,7 @@ protected:
 
     /// The stages in their order. Called only from `Execute`, with both rings closed.
     virtual EClipResult DoClip() = 0;
-    void ReadForFold(CPolygon const & first);
+    void ReadFolded(CPolygon const & first, TPoint<double> const* shift);
 
     CLinkedPathObject* m_Results = nullptr;     ///< head of the chain of result rings; owned
     CPathObjectHolder* m_SubjectRing = nullptr; ///< a holder of the ring; the ring is owned

@@ -47,7 +47,7 @@ bool HasUserInfo(CPathObjectBase const* object)
 
 } // namespace
 
-std::unique_ptr<CFold> CFold::Make(CPolygon & polygon, CPolygon const & other)
+std::unique_ptr<CFold> CFold::Make(CPolygon & polygon, CPolygon const & other, TPoint<double> const* shift)
 {
     auto const & outline = polygon.GetOutline();
     auto const & otherOutline = other.GetOutline();
@@ -58,8 +58,8 @@ std::unique_ptr<CFold> CFold::Make(CPolygon & polygon, CPolygon const & other)
         return nullptr;
     }
     CPolygonInternals::CompleteFacts(polygon);
-    std::unique_ptr<CFold> fold(new CFold(polygon));
-    fold->SetWindow(other.GetBoundingRect());
+    std::unique_ptr<CFold> fold(new CFold(polygon, shift != nullptr));
+    fold->SetWindow(other.GetBoundingRect(), shift != nullptr ? *shift : TPoint<double>());
     fold->FindRuns();
     std::size_t count = 0;
     for (TFoldedRun const & run : fold->m_Runs)
@@ -71,8 +71,10 @@ std::unique_ptr<CFold> CFold::Make(CPolygon & polygon, CPolygon const & other)
     return isWorthIt ? std::move(fold) : nullptr;
 }
 
-void CFold::SetWindow(CBoundingRect<double> const & other)
+void CFold::SetWindow(CBoundingRect<double> other, TPoint<double> const & shift)
 {
+    other.maxX += shift.x; // shifts go up and to the right
+    other.maxY += shift.y;
     double const room = RoomFor(m_Polygon.GetBoundingRect(), other);
     m_Window = other;
     m_Window.Inflate(0.5 * room);
@@ -95,7 +97,7 @@ void CFold::FindRuns()
                 isKept[(i + n - Neighbours + k) % n] = 1;
             }
         }
-        else if (!facts[i].isSteady)
+        else if (!facts[i].isSteady || (m_IsShifted && !facts[i].isFirm && !StaysItself(i)))
         {
             isKept[i] = 1;
         }
@@ -125,12 +127,34 @@ void CFold::FindRuns()
     }
 }
 
+/// Moved by nothing, an object gets its radius, rectangle and direction anew: the direction must come out the same.
+bool CFold::StaysItself(std::size_t index) const
+{
+    CPathObjectBase const & object = *m_Polygon.GetOutline()[index];
+    if (object.CanAppendVertex())
+    {
+        return true;
+    }
+    CPathObjectArc moved(static_cast<CPathObjectArc const &>(object));
+    moved.Translate(0.0, 0.0);
+    return moved.IsCounterClockwise() == static_cast<CPathObjectArc const &>(object).IsCounterClockwise();
+}
+
 void CFold::AddToRun(std::size_t index)
 {
     TObjectFacts const & facts = CPolygonInternals::FactsOf(m_Polygon).objects[index];
     TFoldedRun & run = m_Runs.back();
     run.last = index + 1;
-    run.rect.Include(facts.rect);
+    if (m_IsShifted && !facts.isFirm)
+    {
+        std::unique_ptr<CPathObjectBase> const moved(m_Polygon.GetOutline()[index]->Clone());
+        moved->Translate(0.0, 0.0);
+        run.rect.Include(moved->GetBoundingRect());
+    }
+    else
+    {
+        run.rect.Include(facts.rect);
+    }
     run.area += facts.area;
     run.length += facts.length;
     run.hasArc = run.hasArc || facts.isArc;

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "clip/attempts.h"
 #include "clip/clipper.h"
 #include "polygon/area.h"
 #include "polygon/outline_builder.h"
@@ -19,6 +20,23 @@ using AddPathHelper = CPolygonClipBase<double>::CAddPathHelper;
 int WindingOf(CPolygon const & polygon)
 {
     return CPolygonInternals::GetWindingDirection(polygon) == CPolygon::eWindingNegative ? 0 : 1;
+}
+
+bool AddObject(CPathObjectBase const* object, AddPathHelper & helper, TPoint<double> const* shift)
+{
+    if (!object->IsValid())
+    {
+        return false;
+    }
+    if (shift != nullptr)
+    {
+        helper.AddPathObject(object, shift->x, shift->y, false);
+    }
+    else
+    {
+        helper.AddPathObject(object);
+    }
+    return true;
 }
 
 /// A segment stands for a run where its ends are asked for.
@@ -61,19 +79,17 @@ bool AreConnected(CLinkedPathObject const* results)
 
 } // namespace
 
-/// Both outlines, as a first attempt reads them, but the runs of the fold as one holder each.
+/// Both outlines, as an attempt with this shift reads them, but the runs of the fold as one holder each.
 template <typename T>
-void CPolygonClipGreinerHormannBased<T>::ReadForFold(CPolygon const & first)
+void CPolygonClipGreinerHormannBased<T>::ReadFolded(CPolygon const & first, TPoint<double> const* shift)
 {
     std::unique_ptr<CAddPathHelper> const clipHelper(CreateClipPathHelper());
     std::unique_ptr<CAddPathHelper> const subjectHelper(CreateSubjectPathHelper());
     for (CPathObjectBase const* object : first.GetOutline())
     {
-        if (object->IsValid())
-        {
-            clipHelper->AddPathObject(object);
-        }
+        AddObject(object, *clipHelper, shift);
     }
+    TPoint<double> const nowhere(0.0, 0.0);
     auto const & outline = m_Fold->GetPolygon().GetOutline();
     auto run = m_Fold->GetRuns().begin();
     std::vector<TFoldedRun const*> runs; // of the holders, null for one with an object of the outline
@@ -87,12 +103,10 @@ void CPolygonClipGreinerHormannBased<T>::ReadForFold(CPolygon const & first)
             i = run++->last;
             continue;
         }
-        if (outline[i]->IsValid())
+        if (AddObject(outline[i++], *subjectHelper, shift != nullptr ? &nowhere : nullptr))
         {
-            subjectHelper->AddPathObject(outline[i]);
             runs.push_back(nullptr);
         }
-        ++i;
     }
     CPathObjectHolder* holder = m_SubjectRing;
     for (TFoldedRun const* stoodFor : runs)
@@ -108,14 +122,26 @@ template <typename T>
 typename CPolygonClipBase<T>::EClipResult CPolygonClipGreinerHormannBased<T>::RunFoldedClip(CPolygon const & first,
                                                                                             CPolygon & second)
 {
-    Clear();
-    m_Fold = CFold::Make(second, first);
-    if (m_Fold != nullptr)
+    this->m_Attempts = 0;
+    for (int attempt = 0; attempt < FirstRepairingAttempt; ++attempt)
     {
-        this->m_Attempts = 1;
-        ReadForFold(first);
+        TPoint<double> const shift = attempt > 0 ? ShiftOfAttempt(first.GetBoundingRect(), attempt) : TPoint<double>();
+        TPoint<double> const* const shiftIfAny = attempt > 0 ? &shift : nullptr;
+        Clear();
+        m_Fold = CFold::Make(second, first, shiftIfAny);
+        if (m_Fold == nullptr)
+        {
+            break;
+        }
+        ++this->m_Attempts;
+        ReadFolded(first, shiftIfAny);
+        this->m_LargestShift = std::max(this->m_LargestShift, std::hypot(shift.x, shift.y));
         EClipResult const result = Execute();
-        if (!m_Fold->HasFailed() && result != this->eClipRetry && AreConnected(m_Results))
+        if (m_Fold->HasFailed() || !AreConnected(m_Results))
+        {
+            break;
+        }
+        if (result != this->eClipRetry)
         {
             return result;
         }
@@ -158,9 +184,9 @@ std::unique_ptr<CPolygon> TakePlainRing(CLinkedPathObject* ring)
 class CRingUnfolder
 {
 public:
-    explicit CRingUnfolder(CPolygon & source)
-        : m_Source(source), m_SourceFacts(CPolygonInternals::FactsOf(source)),
-          m_Facts(std::make_shared<COutlineFacts>())
+    explicit CRingUnfolder(CFold const & fold)
+        : m_Source(fold.GetPolygon()), m_IsShifted(fold.IsShifted()),
+          m_SourceFacts(CPolygonInternals::FactsOf(m_Source)), m_Facts(std::make_shared<COutlineFacts>())
     {
         m_Facts->origin = m_SourceFacts.origin;
     }
@@ -173,6 +199,7 @@ private:
     CPolygon::EPolygonWinding FindWinding() const;
 
     CPolygon & m_Source;
+    bool m_IsShifted;
     COutlineFacts const & m_SourceFacts;
     CPolygon::PathObjects m_Objects; ///< not owned
     std::shared_ptr<COutlineFacts> m_Facts;
@@ -200,6 +227,16 @@ void CRingUnfolder::AddRun(TFoldedRun const & run, bool isReversed)
     std::size_t const begin = m_Objects.size();
     m_Objects.insert(m_Objects.end(), outline.begin() + first, outline.begin() + last);
     m_Facts->objects.insert(m_Facts->objects.end(), facts.begin() + first, facts.begin() + last);
+    for (std::size_t i = begin; m_IsShifted && i < m_Objects.size(); ++i)
+    {
+        TObjectFacts & present = m_Facts->objects[i];
+        if (!present.isFirm)
+        {
+            m_Objects[i]->Translate(0.0, 0.0);
+            present.rect = m_Objects[i]->GetBoundingRect();
+            present.isFirm = true;
+        }
+    }
     if (isReversed)
     {
         auto const from = static_cast<std::ptrdiff_t>(begin);
@@ -303,7 +340,7 @@ void CPolygonClipGreinerHormannBased<T>::TakeResultPolygons(std::vector<CPolygon
     OwningPolygonVector made;
     for (CLinkedPathObject* ring = m_Results; ring != nullptr; ring = ring->m_NextRing)
     {
-        auto polygon = m_Fold != nullptr ? CRingUnfolder(m_Fold->GetPolygon()).TakeRing(ring) : TakePlainRing(ring);
+        auto polygon = m_Fold != nullptr ? CRingUnfolder(*m_Fold).TakeRing(ring) : TakePlainRing(ring);
         if (polygon != nullptr)
         {
             PushPolygon(made, std::move(polygon));
@@ -321,7 +358,7 @@ void CPolygonClipGreinerHormannBased<T>::TakeResultPolygons(std::vector<CPolygon
 }
 
 template void CPolygonClipGreinerHormannBased<double>::TakeResultPolygons(std::vector<CPolygon*> &);
-template void CPolygonClipGreinerHormannBased<double>::ReadForFold(CPolygon const &);
+template void CPolygonClipGreinerHormannBased<double>::ReadFolded(CPolygon const &, TPoint<double> const*);
 template double CPolygonClipGreinerHormannBased<double>::GetResultLength() const;
 template CPolygonClipBase<double>::EClipResult CPolygonClipGreinerHormannBased<double>::RunFoldedClip(CPolygon const &,
                                                                                                       CPolygon &);

@@ -7,6 +7,7 @@
 
 #include <geometry/clip/polygon_clip_base.h>
 
+#include "clip/attempts.h"
 #include "clip/gave_up_count.h"
 #include "polygon/polygon_tools.h"
 
@@ -17,7 +18,6 @@ namespace
 {
 
 constexpr int numberOfAttempts = 12;
-constexpr int firstRepairingAttempt = 6;
 constexpr double shiftDivisor = 1e11;
 constexpr double arcReach = 1e15; // one unit in the last place is a tenth here
 constexpr double powersOfTen[] = {1.0, 10.0, 100.0, 1000.0, 10000.0, 100000.0};
@@ -25,17 +25,6 @@ constexpr double powersOfTen[] = {1.0, 10.0, 100.0, 1000.0, 10000.0, 100000.0};
 using AddPathHelper = CPolygonClipBase<double>::CAddPathHelper;
 
 thread_local unsigned long long gaveUpCount = 0;
-
-/// How far an attempt from 1 on moves the polygon with the rectangle `rect`: x grows first, then y catches up.
-TPoint<double> ShiftOfAttempt(CBoundingRect<double> const & rect, int attempt)
-{
-    double const width = std::max(rect.maxX - rect.minX, 0.0);
-    double const height = std::max(rect.maxY - rect.minY, 0.0);
-    double const base = std::min(height, width) / shiftDivisor;
-    double const dx = base * powersOfTen[(attempt - 1) / 2];
-    double const dy = attempt == 1 ? 0.0 : base * powersOfTen[(attempt - 2) / 2];
-    return TPoint<double>(dx, dy);
-}
 
 /// An outline with arcs at coordinates where these are noise: cuts would breed cuts without end.
 bool IsArcTooFarOut(CPolygon const & polygon)
@@ -82,6 +71,16 @@ void AddPerturbedPolygonToRing(CPolygon const & polygon, AddPathHelper & helper,
 
 } // namespace
 
+TPoint<double> ShiftOfAttempt(CBoundingRect<double> const & rect, int attempt)
+{
+    double const width = std::max(rect.maxX - rect.minX, 0.0);
+    double const height = std::max(rect.maxY - rect.minY, 0.0);
+    double const base = std::min(height, width) / shiftDivisor;
+    double const dx = base * powersOfTen[(attempt - 1) / 2];
+    double const dy = attempt == 1 ? 0.0 : base * powersOfTen[(attempt - 2) / 2];
+    return TPoint<double>(dx, dy);
+}
+
 template <typename T>
 CPolygonClipBase<T>::~CPolygonClipBase() = default;
 
@@ -112,7 +111,7 @@ void CPolygonClipBase<T>::ReadPolygons(CPolygon const & first, CPolygon const & 
     }
     TPoint<double> const shift = ShiftOfAttempt(first.GetBoundingRect(), attempt);
     m_LargestShift = std::max(m_LargestShift, std::hypot(shift.x, shift.y));
-    bool const correct = attempt >= firstRepairingAttempt;
+    bool const correct = attempt >= FirstRepairingAttempt;
     AddPerturbedPolygonToRing(first, *clipHelper, m_ClipWinding, shift.x, shift.y, correct);
     AddPerturbedPolygonToRing(second, *subjectHelper, m_SubjectWinding, 0.0, 0.0, correct);
 }

@@ -18,6 +18,7 @@ struct TObjectFacts
     bool isKnown = false; ///< the members above and the next two are filled in
     bool isArc = false;
     bool isSteady = false;     ///< a clip that doesn't come near takes it over unchanged, whichever way round
+    bool isFirm = false;       ///< moved by nothing, as later attempts of a clip do, it stays the same bit for bit
     bool isJointKnown = false; ///< the next is filled in
     bool isApart = false;      ///< the next object of the outline, or the first after the last, begins where this one
                                ///< ends, and isn't joined with it to a single one
