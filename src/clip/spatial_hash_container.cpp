@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
 #include <set>
 
 #include <geometry/path/path_object_base.h>
@@ -161,48 +162,97 @@ CSpatialHashContainer<T, Calculator>::CSpatialHashContainer() = default;
 template <typename T, typename Calculator>
 CSpatialHashContainer<T, Calculator>::~CSpatialHashContainer()
 {
+    delete m_Grid.load(std::memory_order_relaxed);
     for (T* object : m_Objects)
     {
         delete object;
     }
 }
 
+/// The grid, made if there is none. Readers may meet here: the first one to be done leaves its grid to all.
 template <typename T, typename Calculator>
-void CSpatialHashContainer<T, Calculator>::Add(T* object)
+typename CSpatialHashContainer<T, Calculator>::TGrid & CSpatialHashContainer<T, Calculator>::GetGrid() const
 {
-    if (object == nullptr || m_ObjectCells.find(object) != m_ObjectCells.end())
+    if (TGrid* const present = m_Grid.load(std::memory_order_acquire))
     {
-        return;
+        return *present;
     }
-    Calculator pass(object, m_CellSize);
-    CBoundingRect<int> const cells = *pass.GetCells();
-    auto const entry = m_ObjectCells.emplace(object, cells).first;
-    try
+    auto grid = std::make_unique<TGrid>();
+    for (T* object : m_Objects)
     {
-        m_Objects.push_back(object);
-        EnterInCells(object, pass);
+        Enter(*grid, object);
     }
-    catch (...)
+    TGrid* present = nullptr;
+    if (m_Grid.compare_exchange_strong(present, grid.get(), std::memory_order_acq_rel))
     {
-        EraseFromCells(object, cells);
-        EraseFrom(m_Objects, object, ObjectItself);
-        m_ObjectCells.erase(entry);
-        throw;
+        present = grid.release();
     }
-    m_CellRange.Include(cells);
+    return *present;
 }
 
 template <typename T, typename Calculator>
-void CSpatialHashContainer<T, Calculator>::EnterInCells(T* object, Calculator & pass)
+void CSpatialHashContainer<T, Calculator>::Add(T* object)
+{
+    if (object == nullptr)
+    {
+        return;
+    }
+    TGrid & grid = GetGrid();
+    if (grid.objectCells.find(object) == grid.objectCells.end())
+    {
+        AddNew(object);
+    }
+}
+
+template <typename T, typename Calculator>
+void CSpatialHashContainer<T, Calculator>::AddNew(T* object)
+{
+    m_Objects.push_back(object);
+    if (TGrid* const grid = m_Grid.load(std::memory_order_relaxed))
+    {
+        try
+        {
+            Enter(*grid, object);
+        }
+        catch (...)
+        {
+            m_Objects.pop_back();
+            throw;
+        }
+    }
+}
+
+/// An allocation exception leaves the grid as it was.
+template <typename T, typename Calculator>
+void CSpatialHashContainer<T, Calculator>::Enter(TGrid & grid, T* object) const
+{
+    Calculator pass(object, m_CellSize);
+    CBoundingRect<int> const cells = *pass.GetCells();
+    auto const entry = grid.objectCells.emplace(object, cells).first;
+    try
+    {
+        EnterInCells(grid, object, pass);
+    }
+    catch (...)
+    {
+        EraseFromCells(grid, object, cells);
+        grid.objectCells.erase(entry);
+        throw;
+    }
+    grid.cellRange.Include(cells);
+}
+
+template <typename T, typename Calculator>
+void CSpatialHashContainer<T, Calculator>::EnterInCells(TGrid & grid, T* object, Calculator & pass)
 {
     CBoundingRect<int> const & cells = *pass.GetCells();
     if (Calculator::GetExtentProduct(cells) > LargeExtentProduct)
     {
-        m_LargeObjects.push_back({pass.GetRect(), object});
+        grid.largeObjects.push_back({pass.GetRect(), object});
         return;
     }
     // A pass names no cell twice and the object is new, so that no cell can hold it already.
-    CellMap & map = IsSingleCell(cells) ? m_SingleCellObjects : m_MultiCellObjects;
+    CellMap & map = IsSingleCell(cells) ? grid.singleCellObjects : grid.multiCellObjects;
     for (auto id = pass.GetNextCellId(); id != Calculator::EndOfCells; id = pass.GetNextCellId())
     {
         map[id].push_back({pass.GetRect(), object});
@@ -212,13 +262,14 @@ void CSpatialHashContainer<T, Calculator>::EnterInCells(T* object, Calculator & 
 /// Takes an object out of the place that its range belongs to; true if it was there. Copes with an object that was
 /// entered in some of its cells only, and with empty cells.
 template <typename T, typename Calculator>
-bool CSpatialHashContainer<T, Calculator>::EraseFromCells(T* object, CBoundingRect<int> const & cells) noexcept
+bool CSpatialHashContainer<T, Calculator>::EraseFromCells(TGrid & grid, T* object,
+                                                          CBoundingRect<int> const & cells) const noexcept
 {
     if (Calculator::GetExtentProduct(cells) > LargeExtentProduct)
     {
-        return EraseFrom(m_LargeObjects, object, ObjectOfEntry);
+        return EraseFrom(grid.largeObjects, object, ObjectOfEntry);
     }
-    CellMap & map = IsSingleCell(cells) ? m_SingleCellObjects : m_MultiCellObjects;
+    CellMap & map = IsSingleCell(cells) ? grid.singleCellObjects : grid.multiCellObjects;
     // The corners of the cells give back the same range: the products stay within 32 bits since the quotients did.
     Calculator pass(CBoundingRect<int>(cells.minX * m_CellSize, cells.minY * m_CellSize, cells.maxX * m_CellSize,
                                        cells.maxY * m_CellSize),
@@ -232,46 +283,47 @@ bool CSpatialHashContainer<T, Calculator>::EraseFromCells(T* object, CBoundingRe
 }
 
 template <typename T, typename Calculator>
-T* CSpatialHashContainer<T, Calculator>::Remove(T* object) noexcept
+T* CSpatialHashContainer<T, Calculator>::Remove(T* object)
 {
-    auto const entry = m_ObjectCells.find(object);
-    if (entry == m_ObjectCells.end())
+    TGrid & grid = GetGrid();
+    auto const entry = grid.objectCells.find(object);
+    if (entry == grid.objectCells.end())
     {
         return nullptr;
     }
     CBoundingRect<int> const cells = entry->second;
-    m_ObjectCells.erase(entry);
+    grid.objectCells.erase(entry);
     EraseFrom(m_Objects, object, ObjectItself);
-    return EraseFromCells(object, cells) ? object : nullptr;
+    return EraseFromCells(grid, object, cells) ? object : nullptr;
 }
 
 template <typename T, typename Calculator>
 void CSpatialHashContainer<T, Calculator>::RecalculateCellRange() noexcept
 {
-    m_CellRange.Reset();
-    for (auto const & entry : m_ObjectCells)
+    if (TGrid* const grid = m_Grid.load(std::memory_order_relaxed))
     {
-        m_CellRange.Include(entry.second);
+        grid->cellRange.Reset();
+        for (auto const & entry : grid->objectCells)
+        {
+            grid->cellRange.Include(entry.second);
+        }
     }
 }
 
 template <typename T, typename Calculator>
 void CSpatialHashContainer<T, Calculator>::Clear() noexcept
 {
-    m_MultiCellObjects.clear();
-    m_SingleCellObjects.clear();
-    m_LargeObjects.clear();
-    m_ObjectCells.clear();
+    delete m_Grid.exchange(nullptr, std::memory_order_relaxed);
     m_Objects.clear();
-    m_CellRange.Reset();
 }
 
 /// Appends what overlaps the query, cell by cell and then the large objects. `isNew` says of an object of several
 /// cells whether this is its first appearance.
 template <typename T, typename Calculator>
 template <typename IsNew>
-void CSpatialHashContainer<T, Calculator>::WalkCells(Calculator & pass, CBoundingRect<int> const & query,
-                                                     std::vector<T*> & out, IsNew isNew) const
+void CSpatialHashContainer<T, Calculator>::WalkCells(TGrid const & grid, Calculator & pass,
+                                                     CBoundingRect<int> const & query, std::vector<T*> & out,
+                                                     IsNew isNew)
 {
     auto const append = [&](std::vector<TEntry> const & entries, auto const & isWanted)
     {
@@ -286,16 +338,16 @@ void CSpatialHashContainer<T, Calculator>::WalkCells(Calculator & pass, CBoundin
     auto const all = [](T*) { return true; };
     for (auto id = pass.GetNextCellId(); id != Calculator::EndOfCells; id = pass.GetNextCellId())
     {
-        if (auto const cell = m_MultiCellObjects.find(id); cell != m_MultiCellObjects.end())
+        if (auto const cell = grid.multiCellObjects.find(id); cell != grid.multiCellObjects.end())
         {
             append(cell->second, isNew);
         }
-        if (auto const cell = m_SingleCellObjects.find(id); cell != m_SingleCellObjects.end())
+        if (auto const cell = grid.singleCellObjects.find(id); cell != grid.singleCellObjects.end())
         {
             append(cell->second, all);
         }
     }
-    append(m_LargeObjects, all);
+    append(grid.largeObjects, all);
 }
 
 template <typename T, typename Calculator>
@@ -306,17 +358,19 @@ void CSpatialHashContainer<T, Calculator>::GetObjectsInRect(CBoundingRect<double
     {
         return;
     }
+    TGrid const & grid = GetGrid();
     CBoundingRect<int> const q = ToIntegerRect(rect);
-    Calculator pass(q, m_CellSize, m_CellRange);
+    Calculator pass(q, m_CellSize, grid.cellRange);
     if (CountCells(q, m_CellSize) < WideQueryCellCount)
     {
         // Sees what `out` held on entry, too.
-        WalkCells(pass, q, out, [&out](T* object) { return std::find(out.begin(), out.end(), object) == out.end(); });
+        WalkCells(grid, pass, q, out,
+                  [&out](T* object) { return std::find(out.begin(), out.end(), object) == out.end(); });
         return;
     }
     bool const isPassLong =
         pass.GetCells() != nullptr && Calculator::GetExtentProduct(*pass.GetCells()) > LargeExtentProduct;
-    if (m_ObjectCells.size() < FewObjectCount || isPassLong)
+    if (m_Objects.size() < FewObjectCount || isPassLong)
     {
         // In adding order, which depends on the input alone, unlike the addresses.
         std::copy_if(m_Objects.begin(), m_Objects.end(), std::back_inserter(out),
@@ -324,7 +378,7 @@ void CSpatialHashContainer<T, Calculator>::GetObjectsInRect(CBoundingRect<double
         return;
     }
     std::set<T*> seen;
-    WalkCells(pass, q, out, [&seen](T* object) { return seen.insert(object).second; });
+    WalkCells(grid, pass, q, out, [&seen](T* object) { return seen.insert(object).second; });
 }
 
 template class CHashCalculator<CPathObjectBase, CBoundingRect<int>>;

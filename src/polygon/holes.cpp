@@ -203,7 +203,7 @@ void CPolygon::AddHole(CPolygon const* const hole, CPolygonClipBase<double>* cli
     if (!copy->m_Outline.empty())
     {
         SetCorrectHoleWinding(*copy);
-        m_Holes.Add(copy.get());
+        m_Holes.AddNew(copy.get());
         copy.release();
     }
 }

@@ -186,7 +186,7 @@ void CPolygon::InitializeWithPolygon(CPolygon const & other)
     for (CPolygon const* hole : other.GetHoles())
     {
         auto copy = std::make_unique<CPolygon>(*hole);
-        m_Holes.Add(copy.get());
+        m_Holes.AddNew(copy.get());
         copy.release();
     }
     m_WindingDirection = other.m_WindingDirection;

@@ -126,7 +126,7 @@ struct CPolygonInternals
     static void AddAsHole(CPolygon & polygon, CPolygon & hole)
     {
         polygon.SetCorrectHoleWinding(hole);
-        polygon.m_Holes.Add(&hole);
+        polygon.m_Holes.AddNew(&hole);
     }
     static bool HandleSubtractResultPolygons(CPolygon const & polygon, PolygonVector & result,
                                              PolygonVector const & pieces, CPolygon const & clip,

@@ -4,6 +4,7 @@
 /// polygon, the cached pieces of its outline.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <optional>
 #include <unordered_map>
@@ -85,10 +86,14 @@ public:
     /// Fails: an allocation exception; then the container is unchanged and the caller still owns the object.
     void Add(T* object);
 
+    /// `Add` for an object that is known to be new and not null: costs next to nothing before the first query.
+    void AddNew(T* object);
+
     /// Takes the object out; the caller owns it then. The others keep their order. The range of occupied cells keeps
     /// its extent until RecalculateCellRange.
-    /// Fails: null, if the object isn't present; it isn't looked into then.
-    T* Remove(T* object) noexcept;
+    /// Fails: null, if the object isn't present; it isn't looked into then. An allocation exception of the first query or
+    /// removal since the container was filled passes through and changes nothing.
+    T* Remove(T* object);
 
     /// Forms the range of occupied cells anew; to be called after Remove.
     void RecalculateCellRange() noexcept;
@@ -111,7 +116,7 @@ public:
     bool IsEmpty() const noexcept { return m_Objects.empty(); }
 
     /// The union of the ranges of all objects, in cell numbers; empty in a new container.
-    CBoundingRect<int> const & GetCellRange() const noexcept { return m_CellRange; }
+    CBoundingRect<int> const & GetCellRange() const { return GetGrid().cellRange; }
 
 private:
     /// An object with its rectangle in coordinates, truncated, so that a query passes over it without looking at it.
@@ -122,19 +127,27 @@ private:
     };
     using CellMap = std::unordered_map<std::uint32_t, std::vector<TEntry>>;
 
-    void EnterInCells(T* object, Calculator & pass);
-    bool EraseFromCells(T* object, CBoundingRect<int> const & cells) noexcept;
-    template <typename IsNew>
-    void WalkCells(Calculator & pass, CBoundingRect<int> const & query, std::vector<T*> & out, IsNew isNew) const;
+    struct TGrid
+    {
+        CellMap multiCellObjects;         // per cell: the objects that cover this cell and at least one other
+        CellMap singleCellObjects;        // per cell: the objects that lie in this cell alone
+        std::vector<TEntry> largeObjects; // cover too many cells to be entered in the maps
+        std::unordered_map<T*, CBoundingRect<int>>
+            objectCells; // every object with its range; the order of keys never shows
+        CBoundingRect<int> cellRange;
+    };
 
-    CellMap m_MultiCellObjects;         // per cell: the objects that cover this cell and at least one other
-    CellMap m_SingleCellObjects;        // per cell: the objects that lie in this cell alone
-    std::vector<TEntry> m_LargeObjects; // cover too many cells to be entered in the maps
-    std::unordered_map<T*, CBoundingRect<int>>
-        m_ObjectCells;         // every object with its range; the order of keys never shows
-    std::vector<T*> m_Objects; // every object in adding order; owned
-    int m_CellSize = 2000000;  // width and height of a cell in coordinate units
-    CBoundingRect<int> m_CellRange;
+    TGrid & GetGrid() const;
+    void Enter(TGrid & grid, T* object) const;
+    static void EnterInCells(TGrid & grid, T* object, Calculator & pass);
+    bool EraseFromCells(TGrid & grid, T* object, CBoundingRect<int> const & cells) const noexcept;
+    template <typename IsNew>
+    static void WalkCells(TGrid const & grid, Calculator & pass, CBoundingRect<int> const & query,
+                          std::vector<T*> & out, IsNew isNew);
+
+    std::vector<T*> m_Objects;                    // every object in adding order; owned
+    mutable std::atomic<TGrid*> m_Grid = nullptr; // of all objects; made by the first who needs it; owned
+    int m_CellSize = 2000000;                     // width and height of a cell in coordinate units
 };
 
 /// Pieces of an outline, findable by rectangle.
