@@ -61,6 +61,7 @@ std::unique_ptr<CFold> CFold::Make(CPolygon & polygon, CPolygon const & other, T
     std::unique_ptr<CFold> fold(new CFold(polygon, shift != nullptr));
     fold->SetWindow(other.GetBoundingRect(), shift != nullptr ? *shift : TPoint<double>());
     fold->FindRuns();
+    fold->m_Abscissas.Prepare();
     std::size_t count = 0;
     for (TFoldedRun const & run : fold->m_Runs)
     {
@@ -182,17 +183,7 @@ void CFold::AddAbove(std::size_t index)
     }
     if (!object.CanAppendVertex())
     {
-        auto const & arc = static_cast<CPathObjectArc const &>(object);
-        double const x = arc.GetCentre().x;
-        double const radius = arc.GetRadius();
-        double const room = 0.1 + 1e-6 * radius + 1e-9 * (std::fabs(x) + radius);
-        for (double const critical : {startX, endX, x - radius, x + radius})
-        {
-            if (critical + room >= m_Window.minX && critical - room <= m_Window.maxX)
-            {
-                m_Critical.push_back({critical - room, critical + room});
-            }
-        }
+        m_Abscissas.Add(static_cast<CPathObjectArc const &>(object));
     }
 }
 
@@ -203,13 +194,11 @@ bool CFold::IsProbeCountOdd(TPoint<double> const & point)
         Fail();
         return false;
     }
-    bool const isCritical =
-        std::any_of(m_Critical.begin(), m_Critical.end(),
-                    [&](TInterval const & interval) { return point.x >= interval.low && point.x <= interval.high; });
+    bool const isNear = m_Abscissas.IsNear(point.x);
     bool isOdd = false;
     for (TRangeAbove const & range : m_Above)
     {
-        if (!isCritical)
+        if (!isNear)
         {
             isOdd = isOdd != (IsClearlyLess(point.x, range.startX) != IsClearlyLess(point.x, range.endX));
             continue;

@@ -9,6 +9,8 @@
 
 #include <geometry/polygon/polygon.h>
 
+#include "arc/probe_abscissas.h"
+
 namespace geometry
 {
 
@@ -62,12 +64,6 @@ private:
         double startX;
         double endX;
     };
-    struct TInterval
-    {
-        double low;
-        double high;
-    };
-
     CFold(CPolygon & polygon, bool isShifted) : m_Polygon(polygon), m_IsShifted(isShifted) {}
     void SetWindow(CBoundingRect<double> other, TPoint<double> const & shift);
     bool StaysItself(std::size_t index) const;
@@ -81,7 +77,7 @@ private:
     CBoundingRect<double> m_Window; ///< around the other outline
     CBoundingRect<double> m_Reach;  ///< around the window: what overlaps it isn't far
     std::vector<TRangeAbove> m_Above;
-    std::vector<TInterval> m_Critical; ///< x at which the crossings of an arc above aren't told by its ends
+    CProbeAbscissas m_Abscissas; ///< of the arcs above
     double m_RunLength = 0.0;
     double m_RestLength = 0.0;
     bool m_HasFailed = false;

@@ -88,14 +88,7 @@ CChainIndex const* CRingIndex::FindIndex()
     m_IsShort = m_Objects.empty() || !IsIndexUsed(m_Objects.size() >= MinIndexedCount);
     if (!m_IsShort)
     {
-        m_IrregularBefore.assign(1, 0);
-        for (std::size_t i = 0; i < m_Objects.size(); ++i)
-        {
-            CPathObjectBase const & next = *m_Objects[(i + 1) % m_Objects.size()];
-            bool const isRegular = m_Objects[i]->CanAppendVertex() && m_Objects[i]->IsValid() &&
-                                   IsExactlyEqual(m_Objects[i]->GetEndPoint(), next.GetStartPoint());
-            m_IrregularBefore.push_back(m_IrregularBefore.back() + (isRegular ? 0 : 1));
-        }
+        CountIrregular();
         std::vector<CBoundingRect<double>> rects(m_Objects.size());
         std::transform(m_Objects.begin(), m_Objects.end(), rects.begin(),
                        [](CPathObjectBase const* object) { return RectWithRoom(*object); });
@@ -104,10 +97,36 @@ CChainIndex const* CRingIndex::FindIndex()
     return m_Index.get();
 }
 
-/// Objects above the point: polylines that run into each other exactly count by the sides of their two ends.
+void CRingIndex::CountIrregular()
+{
+    m_IrregularBefore.assign(1, 0);
+    m_ArcsBefore.assign(1, 0);
+    m_Abscissas = CProbeAbscissas();
+    for (std::size_t i = 0; i < m_Objects.size(); ++i)
+    {
+        CPathObjectBase const & object = *m_Objects[i];
+        bool const isArc = !object.CanAppendVertex();
+        bool const isTold =
+            object.IsValid() &&
+            IsExactlyEqual(object.GetEndPoint(), m_Objects[(i + 1) % m_Objects.size()]->GetStartPoint()) &&
+            (!isArc || (!(object.GetStartPoint() == object.GetEndPoint()) &&
+                        IsSteadyArc(static_cast<CPathObjectArc const &>(object))));
+        m_IrregularBefore.push_back(m_IrregularBefore.back() + (isTold ? 0 : 1));
+        m_ArcsBefore.push_back(m_ArcsBefore.back() + (isTold && isArc ? 1 : 0));
+        if (isTold && isArc)
+        {
+            m_Abscissas.Add(static_cast<CPathObjectArc const &>(object));
+        }
+    }
+    m_Abscissas.Prepare();
+}
+
+/// Objects above the point: those that run into each other exactly count by the sides of their two ends, arcs too, except
+/// near some abscissas.
 bool CRingIndex::IsRangeCrossed(std::size_t first, std::size_t last, TPoint<double> const & point) const
 {
-    if (m_IrregularBefore[last] == m_IrregularBefore[first])
+    if (m_IrregularBefore[last] == m_IrregularBefore[first] &&
+        (m_ArcsBefore[last] == m_ArcsBefore[first] || !m_Abscissas.IsNear(point.x)))
     {
         return IsClearlyLess(point.x, m_Objects[first]->GetStartPoint().x) !=
                IsClearlyLess(point.x, m_Objects[last - 1]->GetEndPoint().x);

@@ -51,6 +51,7 @@ public:
 
 private:
     CChainIndex const* FindIndex();
+    void CountIrregular();
     bool IsRangeCrossed(std::size_t first, std::size_t last, TPoint<double> const & point) const;
 
     template <typename Visit>
@@ -87,7 +88,9 @@ private:
     unsigned int m_Questions = 0;
     bool m_IsShort = false;                        ///< too few objects for an index
     std::vector<CPathObjectBase const*> m_Objects; ///< of the ring; not owned
-    std::vector<std::size_t> m_IrregularBefore;    ///< how many before each have more to them than their ends
+    std::vector<std::size_t> m_IrregularBefore;    ///< how many before each may count otherwise than by their ends
+    std::vector<std::size_t> m_ArcsBefore;         ///< how many before each may do so near some abscissas
+    CProbeAbscissas m_Abscissas;                   ///< these
     std::unique_ptr<CChainIndex> m_Index;          ///< over them; null until it pays
 };
 

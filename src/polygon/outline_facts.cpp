@@ -1,13 +1,12 @@
 #include "polygon/outline_facts.h"
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
 
 #include <geometry/arc/path_object_arc.h>
 #include <geometry/path/path_object_polyline.h>
 
-#include "path/segment_kernels.h"
+#include "arc/probe_abscissas.h"
 #include "polygon/area.h"
 #include "polygon/polygon_tools.h"
 
@@ -18,8 +17,6 @@ namespace
 {
 
 constexpr double LargestCoordinate = 1e15;
-constexpr double LargestMisfit = 0.01;  // of the radius, in coordinate units
-constexpr double SmallestRadius = 1e-6; // as a part of the coordinates of the centre
 
 bool HasSamePoints(CPathObjectBase const & a, CPathObjectBase const & b)
 {
@@ -44,18 +41,6 @@ bool IsSteadyPolyline(CPathObjectPolyline const & polyline)
     CPathObjectPolyline reversed(polyline);
     reversed.Reverse();
     return IsClean(polyline) && IsClean(reversed);
-}
-
-/// Its points say the same about its circle, and this isn't lost in the rounding of the coordinates.
-bool IsSteadyArc(CPathObjectArc const & arc)
-{
-    TPoint<double> const & centre = arc.GetCentre();
-    double const radius = arc.GetRadius();
-    double const reach = std::max(std::fabs(centre.x), std::fabs(centre.y));
-    auto const fits = [&](TPoint<double> const & p)
-    { return std::fabs(std::sqrt(SquareDistance(p, centre)) - radius) <= LargestMisfit; };
-    return radius > SmallestRadius * reach && reach + radius < LargestCoordinate && fits(arc.GetStartPoint()) &&
-           fits(arc.GetEndPoint());
 }
 
 TObjectFacts Describe(CPathObjectBase const & object, TPoint<double> const & origin)

@@ -1,0 +1,68 @@
+#include "arc/probe_abscissas.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "path/segment_kernels.h"
+
+namespace geometry
+{
+
+namespace
+{
+
+constexpr double LargestReach = 1e15;
+constexpr double LargestMisfit = 0.01;  // of the radius, in coordinate units
+constexpr double SmallestRadius = 1e-6; // as a part of the coordinates of the centre
+
+} // namespace
+
+bool IsSteadyArc(CPathObjectArc const & arc)
+{
+    TPoint<double> const & centre = arc.GetCentre();
+    double const radius = arc.GetRadius();
+    double const reach = std::max(std::fabs(centre.x), std::fabs(centre.y));
+    auto const fits = [&](TPoint<double> const & p)
+    { return std::fabs(std::sqrt(SquareDistance(p, centre)) - radius) <= LargestMisfit; };
+    return radius > SmallestRadius * reach && reach + radius < LargestReach && fits(arc.GetStartPoint()) &&
+           fits(arc.GetEndPoint());
+}
+
+void CProbeAbscissas::Add(CPathObjectArc const & arc)
+{
+    double const x = arc.GetCentre().x;
+    double const radius = arc.GetRadius();
+    double const room = 10.0 * LargestMisfit + 1e-6 * radius + 1e-9 * (std::fabs(x) + radius);
+    for (double const at : {arc.GetStartPoint().x, arc.GetEndPoint().x, x - radius, x + radius})
+    {
+        m_Intervals.push_back({at - room, at + room});
+    }
+}
+
+void CProbeAbscissas::Prepare()
+{
+    std::sort(m_Intervals.begin(), m_Intervals.end(),
+              [](TInterval const & a, TInterval const & b) { return a.low < b.low; });
+    std::size_t count = 0;
+    for (TInterval const & interval : m_Intervals)
+    {
+        if (count > 0 && interval.low <= m_Intervals[count - 1].high)
+        {
+            m_Intervals[count - 1].high = std::max(m_Intervals[count - 1].high, interval.high);
+        }
+        else
+        {
+            m_Intervals[count++] = interval;
+        }
+    }
+    m_Intervals.resize(count);
+}
+
+bool CProbeAbscissas::IsNear(double x) const
+{
+    auto const behind = std::upper_bound(m_Intervals.begin(), m_Intervals.end(), x,
+                                         [](double at, TInterval const & interval) { return at < interval.low; });
+    return behind != m_Intervals.begin() && x <= behind[-1].high;
+}
+
+} // namespace geometry
