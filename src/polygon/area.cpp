@@ -7,9 +7,9 @@
 #include <cmath>
 #include <numeric>
 
-#include <geometry/arc/path_object_arc.h>
 #include <geometry/path/path_object_polyline.h>
 
+#include "arc/as_arc.h"
 #include "path/segment_kernels.h"
 
 namespace geometry
@@ -72,7 +72,7 @@ std::vector<TEdge> EdgesOf(CPolygon::PathObjects const & outline)
     std::vector<TEdge> edges;
     for (CPathObjectBase const* object : outline)
     {
-        if (auto const* arc = dynamic_cast<CPathObjectArc const*>(object))
+        if (auto const* arc = AsArc(*object))
         {
             edges.push_back({arc->GetStartPoint(), arc->GetEndPoint(), arc});
             continue;
@@ -194,12 +194,30 @@ double OutlineArea(CPolygon::PathObjects const & outline)
 
 double SignedOutlineArea(CPolygon::PathObjects const & outline)
 {
-    return SignedAreaOf(EdgesOf(outline));
+    double area = 0.0;
+    TPoint<double> const* origin = nullptr; // a point of the outline, as for a loop
+    for (CPathObjectBase const* object : outline)
+    {
+        if (CPathObjectArc const* arc = AsArc(*object))
+        {
+            origin = origin == nullptr ? &arc->GetStartPoint() : origin;
+            area += SignedTriangleArea(*origin, arc->GetStartPoint(), arc->GetEndPoint());
+            area += CircularSegmentArea(*arc);
+            continue;
+        }
+        auto const end = object->GetPointsEnd();
+        for (auto p = object->GetPointsBegin(); end - p > 1; ++p)
+        {
+            origin = origin == nullptr ? &p[0] : origin;
+            area += SignedTriangleArea(*origin, p[0], p[1]);
+        }
+    }
+    return area;
 }
 
 double SignedAreaTo(CPathObjectBase const & object, TPoint<double> const & origin)
 {
-    if (auto const* arc = dynamic_cast<CPathObjectArc const*>(&object))
+    if (auto const* arc = AsArc(object))
     {
         return SignedTriangleArea(origin, arc->GetStartPoint(), arc->GetEndPoint()) + CircularSegmentArea(*arc);
     }

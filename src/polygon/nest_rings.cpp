@@ -20,13 +20,15 @@ std::vector<std::vector<std::size_t>> FindEnclosing(PolygonVector const & rings)
         rects.push_back(ring->GetBoundingRect());
     }
     CChainIndex const index(rects);
+    std::vector<double> areas(rings.size(), -1.0); // once asked for
+    auto const areaOf = [&](std::size_t i) { return areas[i] < 0.0 ? areas[i] = AreaOf(*rings[i]) : areas[i]; };
     std::vector<std::vector<std::size_t>> enclosing(rings.size());
     for (std::size_t i = 0; i < rings.size(); ++i)
     {
         index.Search([&](CBoundingRect<double> const & rect) { return rect.ContainsRect(rects[i]); },
                      [&](std::size_t k)
                      {
-                         if (k != i && AreaOf(*rings[k]) > AreaOf(*rings[i]) && Encloses(*rings[k], *rings[i]))
+                         if (k != i && areaOf(k) > areaOf(i) && Encloses(*rings[k], *rings[i]))
                          {
                              enclosing[i].push_back(k);
                          }

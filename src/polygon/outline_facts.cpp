@@ -6,6 +6,7 @@
 #include <geometry/arc/path_object_arc.h>
 #include <geometry/path/path_object_polyline.h>
 
+#include "arc/as_arc.h"
 #include "arc/probe_abscissas.h"
 #include "polygon/area.h"
 #include "polygon/polygon_tools.h"
@@ -56,7 +57,7 @@ TObjectFacts Describe(CPathObjectBase const & object, TPoint<double> const & ori
     {
         facts.area = SignedAreaTo(object, origin);
         facts.length = object.CalculateLength();
-        if (auto const* arc = dynamic_cast<CPathObjectArc const*>(&object))
+        if (CPathObjectArc const* arc = AsArc(object))
         {
             facts.isSteady = IsSteadyArc(*arc);
         }
