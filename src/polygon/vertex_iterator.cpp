@@ -204,6 +204,7 @@ CPolygon::EPolygonWinding CPolygon::CorrectWindingOfLongArcs(EPolygonWinding win
 CPolygon::EPolygonWinding CPolygon::ReverseWindingDirection()
 {
     EPolygonWinding const winding = GetWindingDirection();
+    ClearOutlineCache();
     for (std::size_t low = 0, high = m_Outline.size(); low + 1 < high; ++low)
     {
         --high;
