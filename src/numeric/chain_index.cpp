@@ -32,7 +32,7 @@ CChainIndex::CChainIndex(std::vector<Rect> rects)
     while (m_Levels.back().size() > 1)
     {
         std::vector<Rect> const & below = m_Levels.back();
-        std::vector<Rect> level((below.size() + 7) >> FanOutBits);
+        std::vector<Rect> level((below.size() + FanOut - 1) >> FanOutBits);
         for (std::size_t i = 0; i < below.size(); ++i)
         {
             level[i >> FanOutBits].Include(below[i]);

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <vector>
 
@@ -75,11 +76,83 @@ public:
              [](std::size_t, std::size_t) {});
     }
 
+    /// Walks the pairs of a piece of this chain and a piece of `other`, in no order that a caller could rely on.
+    /// `measure(rect, otherRect)` is a bound of the pairs in two rectangles, which are looked into while
+    /// `isWanted(bound, i, j)`, i and j being their first pieces: those of small bounds first. Calls `visit(i, j)` for
+    /// the pairs that are wanted to the end.
+    template <typename Measure, typename IsWanted, typename Visit>
+    void WalkPairs(CChainIndex const & other, Measure const & measure, IsWanted const & isWanted,
+                   Visit const & visit) const
+    {
+        std::size_t const top = m_Levels.size() - 1;
+        std::size_t const otherTop = other.m_Levels.size() - 1;
+        std::vector<TNodePair> waiting;
+        waiting.reserve((top + otherTop + 1) << FanOutBits);
+        waiting.push_back({measure(GetRect(), other.GetRect()), top, 0, otherTop, 0});
+        while (!waiting.empty())
+        {
+            TNodePair const pair = waiting.back();
+            waiting.pop_back();
+            if (!isWanted(pair.bound, pair.GetFirst(), pair.GetOtherFirst()))
+            {
+                continue;
+            }
+            if (pair.level == 0 && pair.otherLevel == 0)
+            {
+                visit(pair.place, pair.otherPlace);
+                continue;
+            }
+            std::size_t const known = waiting.size();
+            bool const opensOther = pair.otherLevel > pair.level;
+            TNodePair child = pair;
+            --(opensOther ? child.otherLevel : child.level);
+            std::size_t & place = opensOther ? child.otherPlace : child.place;
+            std::vector<Rect> const & row = opensOther ? other.m_Levels[child.otherLevel] : m_Levels[child.level];
+            place <<= FanOutBits;
+            for (std::size_t const end = std::min(place + FanOut, row.size()); place < end; ++place)
+            {
+                child.bound =
+                    measure(m_Levels[child.level][child.place], other.m_Levels[child.otherLevel][child.otherPlace]);
+                if (isWanted(child.bound, child.GetFirst(), child.GetOtherFirst()))
+                {
+                    waiting.push_back(child);
+                }
+            }
+            std::sort(waiting.begin() + static_cast<std::ptrdiff_t>(known), waiting.end()); // the first one last
+        }
+    }
+
 private:
     static constexpr std::size_t FanOutBits = 3;
+    static constexpr std::size_t FanOut = std::size_t{1} << FanOutBits;
+
+    struct TNodePair
+    {
+        double bound;
+        std::size_t level;
+        std::size_t place;
+        std::size_t otherLevel;
+        std::size_t otherPlace;
+
+        std::size_t GetFirst() const { return place << (FanOutBits * level); }
+        std::size_t GetOtherFirst() const { return otherPlace << (FanOutBits * otherLevel); }
+        /// The one with the greater bound comes before, and of equal ones the later one of the chain.
+        bool operator<(TNodePair const & next) const
+        {
+            return bound > next.bound || (bound == next.bound && place + otherPlace > next.place + next.otherPlace);
+        }
+    };
 
     std::vector<std::vector<Rect>> m_Levels; ///< the pieces first, a single rectangle last
 };
+
+/// The coordinates are so that no product of the geometry overflows or vanishes: rectangles stand for the piece, then.
+inline bool IsIndexable(TPoint<double> const & point)
+{
+    auto const isInRange = [](double value)
+    { return value == 0.0 || (1e-60 < std::fabs(value) && std::fabs(value) < 1e30); };
+    return isInRange(point.x) && isInRange(point.y);
+}
 
 /// When fast ways by an index are taken instead of the plain loops that give the same. For tests, which compare the two.
 enum class EIndexUse

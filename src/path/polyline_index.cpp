@@ -2,10 +2,8 @@
 #include <geometry/path/path_object_polyline.h>
 
 #include <algorithm>
-#include <cmath>
-#include <memory>
 
-#include "numeric/chain_index.h"
+#include "path/segment_index.h"
 
 namespace geometry
 {
@@ -13,14 +11,28 @@ namespace geometry
 namespace
 {
 
-constexpr std::size_t MinIndexedSize = 48;       // vertices; below, a loop over all is as fast
 constexpr unsigned int QuestionsBeforeIndex = 4; // building costs about as much as these
 
 } // namespace
 
+std::unique_ptr<CChainIndex> MakeSegmentIndex(std::vector<TPoint<double>> const & points)
+{
+    if (points.size() < 2 || !std::all_of(points.begin(), points.end(), IsIndexable))
+    {
+        return nullptr;
+    }
+    std::vector<CBoundingRect<double>> rects;
+    rects.reserve(points.size() - 1);
+    for (std::size_t i = 0; i + 1 < points.size(); ++i)
+    {
+        rects.emplace_back(points[i], points[i + 1]);
+    }
+    return std::make_unique<CChainIndex>(std::move(rects));
+}
+
 CChainIndex const* CPathObjectPolyline::FindSegmentIndex(bool isWorthIt) const
 {
-    if (m_Points.size() < 2 || !IsIndexUsed(m_Points.size() >= MinIndexedSize))
+    if (m_Points.size() < 2 || !IsIndexUsed(m_Points.size() >= MinIndexedSegmentVertices))
     {
         return nullptr;
     }
@@ -28,19 +40,12 @@ CChainIndex const* CPathObjectPolyline::FindSegmentIndex(bool isWorthIt) const
     {
         return present;
     }
-    if (!IsIndexUsed(isWorthIt || m_SegmentIndex.CountQuestion() > QuestionsBeforeIndex) ||
-        !std::all_of(m_Points.begin(), m_Points.end(),
-                     [](TPoint<double> const & p) { return std::isfinite(p.x) && std::isfinite(p.y); }))
+    if (!IsIndexUsed(isWorthIt || m_SegmentIndex.CountQuestion() > QuestionsBeforeIndex))
     {
-        return nullptr; // not yet, or never: tests with NaN don't carry over to rectangles around rectangles
+        return nullptr;
     }
-    std::vector<CBoundingRect<double>> rects;
-    rects.reserve(m_Points.size() - 1);
-    for (std::size_t i = 0; i + 1 < m_Points.size(); ++i)
-    {
-        rects.emplace_back(m_Points[i], m_Points[i + 1]);
-    }
-    return m_SegmentIndex.Set(std::make_unique<CChainIndex>(std::move(rects)).release());
+    std::unique_ptr<CChainIndex> index = MakeSegmentIndex(m_Points);
+    return index != nullptr ? m_SegmentIndex.Set(index.release()) : nullptr;
 }
 
 } // namespace geometry

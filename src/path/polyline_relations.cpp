@@ -1,9 +1,8 @@
-// What a polyline answers about a point and about another polyline. Pairs with an arc are the arc's work: the
-// overloads for other kinds hand over to the other object and swap the outputs back.
+// What a polyline answers about a point and about another polyline, but for distances. Pairs with an arc are the arc's
+// work: the overloads for other kinds hand over to the other object and swap the outputs back.
 #include <geometry/path/path_object_polyline.h>
 
 #include <algorithm>
-#include <cfloat>
 #include <cmath>
 
 #include <geometry/arc/path_object_arc.h>
@@ -79,23 +78,6 @@ bool CPathObjectPolyline::IsPointOnPath(double x, double y) const
         }
     }
     return false;
-}
-
-double CPathObjectPolyline::SquareDistanceToPoint(double x, double y, TPoint<double> & closest) const
-{
-    TPoint<double> const point(x, y);
-    double best = DBL_MAX;
-    for (std::size_t i = 1; i < m_Points.size(); ++i)
-    {
-        TPoint<double> c;
-        double const d = ClosestPointOnSegment(m_Points[i - 1], m_Points[i], point, c);
-        if (d < best)
-        {
-            best = d;
-            closest = c;
-        }
-    }
-    return best;
 }
 
 namespace
@@ -322,62 +304,6 @@ bool CPathObjectPolyline::IsCoincidentWith(CPathObjectArc const & other) const
 bool CPathObjectPolyline::IsCoincidentWith(CPathObjectBase const & other) const
 {
     return other.IsCoincidentWith(*this);
-}
-
-// --- distances -------------------------------------------------------------------------------------------------
-
-double CPathObjectPolyline::SquareDistanceToPath(CPathObjectPolyline const & other, TPoint<double> & onThis,
-                                                 TPoint<double> & onOther) const
-{
-    // once a first distance is known, only segments that come as near as it are measured
-    Points const & p = m_Points;
-    Points const & q = other.m_Points;
-    double best = DBL_MAX;
-    bool isPruning = false;
-    for (std::size_t i = 1; i < p.size(); ++i)
-    {
-        CBoundingRect<double> reach(p[i - 1], p[i]);
-        if (isPruning)
-        {
-            reach.Inflate(std::sqrt(best));
-        }
-        for (std::size_t j = 1; j < q.size(); ++j)
-        {
-            if (isPruning && !reach.Overlaps(CBoundingRect<double>(q[j - 1], q[j])))
-            {
-                continue;
-            }
-            TPoint<double> onP;
-            TPoint<double> onQ;
-            double const d = SquareDistanceSegments(p[i - 1], p[i], q[j - 1], q[j], onP, onQ);
-            if (d < best)
-            {
-                best = d;
-                onThis = onP;
-                onOther = onQ;
-                if (IsAlmostEqual(0.0, d, FineUlpLimit))
-                {
-                    return 0.0;
-                }
-                isPruning = true;
-                reach = CBoundingRect<double>(p[i - 1], p[i]);
-                reach.Inflate(std::sqrt(best));
-            }
-        }
-    }
-    return best;
-}
-
-double CPathObjectPolyline::SquareDistanceToPath(CPathObjectArc const & other, TPoint<double> & onThis,
-                                                 TPoint<double> & onOther) const
-{
-    return other.SquareDistanceToPath(*this, onOther, onThis);
-}
-
-double CPathObjectPolyline::SquareDistanceToPath(CPathObjectBase const & other, TPoint<double> & onThis,
-                                                 TPoint<double> & onOther) const
-{
-    return other.SquareDistanceToPath(*this, onOther, onThis);
 }
 
 } // namespace geometry

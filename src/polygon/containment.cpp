@@ -1,36 +1,36 @@
 // Read-only questions about a point or another polygon. Containment rests on the parity of upward probe crossings,
-// which the path objects count by a half-open rule.
+// which the path objects count by a half-open rule. Of many objects an index tells those that can be crossed.
 #include <geometry/polygon/polygon.h>
 
 #include <algorithm>
 #include <cfloat>
 
 #include "path/probe_parity.h"
+#include "polygon/outline_index.h"
 
 namespace geometry
 {
 
-namespace
-{
-
 /// The number of crossings of the upward ray from the point is odd.
-bool CountProbeParity(double const & x, double const & y, CPolygon::PathObjects::const_iterator first,
-                      CPolygon::PathObjects::const_iterator last)
+bool CPolygon::IsProbeCountOdd(TPoint<double> const & point) const
 {
-    TPoint<double> const point(x, y);
     bool isOdd = false;
-    for (; first != last; ++first)
+    if (COutlineIndex const* const index = FindOutlineIndex(false))
     {
-        isOdd = isOdd != IsProbeCountOdd(**first, point);
+        index->SearchAbove(point,
+                           [&](std::size_t i) { isOdd = isOdd != geometry::IsProbeCountOdd(*m_Outline[i], point); });
+        return isOdd;
+    }
+    for (CPathObjectBase const* object : m_Outline)
+    {
+        isOdd = isOdd != geometry::IsProbeCountOdd(*object, point);
     }
     return isOdd;
 }
 
-} // namespace
-
 bool CPolygon::PointInOutline(double const & x, double const & y) const
 {
-    return m_BoundingRect.ContainsPoint(x, y) && CountProbeParity(x, y, m_Outline.begin(), m_Outline.end());
+    return m_BoundingRect.ContainsPoint(x, y) && IsProbeCountOdd(TPoint<double>(x, y));
 }
 
 bool CPolygon::PointInPolygon(double const & x, double const & y) const
@@ -50,8 +50,7 @@ bool CPolygon::PolygonInPolygon(CPolygon const & other) const
     {
         return false;
     }
-    TPoint<double> const point = other.m_Outline.front()->GetInbetweenPoint();
-    return CountProbeParity(point.x, point.y, m_Outline.begin(), m_Outline.end());
+    return IsProbeCountOdd(other.m_Outline.front()->GetInbetweenPoint());
 }
 
 bool CPolygon::IsCoincidentWith(CPolygon const & other) const

@@ -2,10 +2,14 @@
 // is decided which outlines are asked. One start point tells on which side of an outline the other thing lies: what
 // starts outside and reaches in has crossed the outline, at distance 0, and what starts in a hole can't be nearer to
 // anything behind that hole's outline. Only holes that the best distance known reaches are asked.
+//
+// The loops over outlines say which object or pair is the nearest: the first one of those that are as near. Where there
+// are many objects the same one is found by an index.
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
 
+#include "polygon/outline_index.h"
 #include "polygon/polygon_tools.h"
 
 namespace geometry
@@ -61,17 +65,35 @@ struct NearestToPoint
     TPoint<double> & closest;
     double best = DBL_MAX;
 
+    void TryObject(CPathObjectBase const & object)
+    {
+        TPoint<double> found;
+        double const d = object.SquareDistanceToPoint(x, y, found);
+        if (d < best)
+        {
+            best = d;
+            closest = found;
+        }
+    }
+
     void TryOutline(CPolygon const & polygon)
     {
-        for (CPathObjectBase const* object : polygon.GetOutline())
+        auto const & objects = polygon.GetOutline();
+        auto const measure = [&](std::size_t i)
         {
             TPoint<double> found;
-            double const d = object->SquareDistanceToPoint(x, y, found);
-            if (d < best)
-            {
-                best = d;
-                closest = found;
-            }
+            return objects[i]->SquareDistanceToPoint(x, y, found);
+        };
+        COutlineIndex const* const index = CPolygonInternals::FindOutlineIndex(polygon, false);
+        std::size_t nearest = 0;
+        if (index != nullptr && index->FindNearestToPoint(TPoint<double>(x, y), measure, nearest))
+        {
+            TryObject(*objects[nearest]);
+            return;
+        }
+        for (CPathObjectBase const* object : objects)
+        {
+            TryObject(*object);
         }
     }
 };
@@ -111,9 +133,55 @@ double CPolygon::SquareDistanceToPoint(double x, double y, bool solid, TPoint<do
 
 // --- from a path object ---
 
+namespace
+{
+
+/// What a loop over an outline measures that knows `squareDistance` from `path`.
+CBoundingRect<double> SearchRectOf(CPathObjectBase const & path, double squareDistance)
+{
+    CBoundingRect<double> rect = path.GetBoundingRect();
+    rect.Inflate(std::sqrt(squareDistance));
+    return rect;
+}
+
+} // namespace
+
+/// The first of the nearest objects of the outline. False: no index tells.
+bool CPolygon::FindNearestObject(CPathObjectBase const & path, std::size_t & found) const
+{
+    COutlineIndex const* const index = FindOutlineIndex(false);
+    if (index == nullptr)
+    {
+        return false;
+    }
+    COutlineIndex const ofPath({&path});
+    CNearestPair nearest = ofPath.MakeNearestPair(*index);
+    bool const isTold = ofPath.OfferPairs(*index, nearest,
+                                          [&](std::size_t, std::size_t i)
+                                          {
+                                              TPoint<double> a;
+                                              TPoint<double> b;
+                                              return ZeroIfFine(m_Outline[i]->SquareDistanceToPath(path, a, b));
+                                          });
+    found = isTold ? nearest.GetPlace().second : 0;
+    return isTold && nearest.IsFound();
+}
+
 double CPolygon::SquareDistanceToOutline(CPathObjectBase const & path, TPoint<double> & onPolygon,
                                          TPoint<double> & onPath) const
 {
+    if (std::size_t i = 0; FindNearestObject(path, i))
+    {
+        TPoint<double> a;
+        TPoint<double> b;
+        double const d = m_Outline[i]->SquareDistanceToPath(path, a, b);
+        if (SearchRectOf(path, d).Overlaps(m_Outline[i]->GetBoundingRect()))
+        {
+            onPolygon = a; // the loop, knowing no less, has measured it
+            onPath = b;
+            return d;
+        }
+    }
     double best = DBL_MAX;
     bool isPruning = false;
     CBoundingRect<double> search;
@@ -135,8 +203,7 @@ double CPolygon::SquareDistanceToOutline(CPathObjectBase const & path, TPoint<do
             {
                 return d;
             }
-            search = path.GetBoundingRect();
-            search.Inflate(std::sqrt(d));
+            search = SearchRectOf(path, d);
             isPruning = true;
         }
     }
@@ -178,9 +245,12 @@ double CPolygon::SquareDistanceToPathOpen(CPathObjectBase const & path, TPoint<d
         onPath = b;
         return true;
     };
-    for (CPathObjectBase const* object : m_Outline)
+    std::size_t first = 0;
+    bool const isToldByIndex = FindNearestObject(path, first);
+    std::size_t const end = isToldByIndex ? first + 1 : m_Outline.size();
+    for (; first < end; ++first)
     {
-        double const d = object->SquareDistanceToPath(path, a, b);
+        double const d = m_Outline[first]->SquareDistanceToPath(path, a, b);
         if (isBetter(d) && IsZeroDistance(d))
         {
             return d; // no hole can beat it
@@ -224,35 +294,76 @@ namespace
 template <typename DistanceToPath>
 struct NearestToPolygon
 {
+    CPolygon const & other;
+    bool const otherSolid;
     DistanceToPath distanceToPath; ///< of `other`: its closest point first
     TPoint<double> & onThis;
     TPoint<double> & onOther;
     double best = DBL_MAX;
 
+    /// The distance of `object`, exactly 0.0 if it is zero.
+    double TryObject(CPathObjectBase const & object)
+    {
+        TPoint<double> a;
+        TPoint<double> b;
+        double const d = ZeroIfFine(distanceToPath(object, a, b));
+        if (d < best)
+        {
+            best = d;
+            onThis = b;
+            onOther = a;
+        }
+        return d;
+    }
+
     /// The smallest distance of the path objects of `polygon`, exactly 0.0 at the first that is zero.
     double TryOutline(CPolygon const & polygon)
     {
-        double result = DBL_MAX;
-        for (CPathObjectBase const* object : polygon.GetOutline())
+        auto const & objects = polygon.GetOutline();
+        if (std::size_t nearest = 0; FindNearestObject(polygon, nearest))
         {
-            TPoint<double> a;
-            TPoint<double> b;
-            double d = distanceToPath(*object, a, b);
-            bool const isZero = IsZeroDistance(d);
-            d = isZero ? 0.0 : d;
-            result = std::min(result, d);
-            if (d < best)
-            {
-                best = d;
-                onThis = b;
-                onOther = a;
-            }
-            if (isZero)
-            {
-                return 0.0;
-            }
+            return TryObject(*objects[nearest]);
+        }
+        double result = DBL_MAX;
+        for (auto object = objects.begin(); object != objects.end() && result != 0.0; ++object)
+        {
+            result = std::min(result, TryObject(**object));
         }
         return result;
+    }
+
+    /// The first of the objects of `polygon` that are nearest to `other`. False: no index tells. Objects that start in
+    /// `other` may lie in its area or reach its holes, and are asked one by one; for all others its outline decides. The
+    /// loop passes over pairs of a solid `other` that are too far apart: if it did so with the nearest pair, whose object
+    /// answers a larger distance then, the loop has to tell.
+    bool FindNearestObject(CPolygon const & polygon, std::size_t & found) const
+    {
+        COutlineIndex const* const mine = CPolygonInternals::FindOutlineIndex(polygon, true);
+        COutlineIndex const* const theirs =
+            mine != nullptr ? CPolygonInternals::FindOutlineIndex(other, true) : nullptr;
+        if (theirs == nullptr)
+        {
+            return false;
+        }
+        auto const & objects = polygon.GetOutline();
+        TPoint<double> a;
+        TPoint<double> b;
+        CNearestPair nearest = mine->MakeNearestPair(*theirs);
+        std::vector<bool> isDone(objects.size(), false);
+        bool const isOutlineAll = !otherSolid && other.GetHoles().empty();
+        for (std::size_t i = 0; i < objects.size() && !isOutlineAll && nearest.GetBest() != 0.0; ++i)
+        {
+            isDone[i] = IsInOutline(other, objects[i]->GetStartPoint());
+            nearest.Offer(isDone[i] ? ZeroIfFine(distanceToPath(*objects[i], a, b)) : DBL_MAX, i, 0);
+        }
+        auto const measure = [&](std::size_t i, std::size_t j)
+        { return isDone[i] ? DBL_MAX : ZeroIfFine(other.GetOutline()[j]->SquareDistanceToPath(*objects[i], a, b)); };
+        if (!mine->OfferPairs(*theirs, nearest, measure) || !nearest.IsFound())
+        {
+            return false;
+        }
+        found = nearest.GetPlace().first;
+        return ZeroIfFine(distanceToPath(*objects[found], a, b)) == nearest.GetBest();
     }
 };
 
@@ -276,7 +387,7 @@ double CPolygon::SquareDistanceToPolygon(CPolygon const & other, bool thisSolid,
     }
     auto const distanceToPath = [&](CPathObjectBase const & path, TPoint<double> & a, TPoint<double> & b)
     { return otherSolid ? other.SquareDistanceToPathSolid(path, a, b) : other.SquareDistanceToPathOpen(path, a, b); };
-    NearestToPolygon<decltype(distanceToPath)> nearest{distanceToPath, onThis, onOther};
+    NearestToPolygon<decltype(distanceToPath)> nearest{other, otherSolid, distanceToPath, onThis, onOther};
     double reach = nearest.TryOutline(*this);
     if (reach == 0.0 || !isStartInside)
     {

@@ -6,6 +6,8 @@
 
 #include <geometry/path/path_object_polyline.h>
 
+#include "numeric/chain_index.h"
+#include "polygon/outline_index.h"
 #include "polygon/polygon_tools.h"
 
 namespace geometry
@@ -59,6 +61,37 @@ void CPolygon::ClearOutlineCache()
         delete piece;
     }
     m_OutlineCache.Clear();
+    m_OutlineIndex.Clear();
+    m_OutlineQuestions = 0U;
+}
+
+namespace
+{
+
+constexpr std::size_t MinIndexedObjects = 24;    // below, a loop over all is as fast
+constexpr unsigned int QuestionsBeforeIndex = 4; // building costs about as much as these
+
+} // namespace
+
+/// The index, if there are enough objects for one, and it is there, or worth it, or enough questions came.
+COutlineIndex const* CPolygon::FindOutlineIndex(bool isWorthIt) const
+{
+    if (m_Outline.empty() || !IsIndexUsed(m_Outline.size() >= MinIndexedObjects))
+    {
+        return nullptr;
+    }
+    if (COutlineIndex const* present = m_OutlineIndex.Get())
+    {
+        return present;
+    }
+    unsigned int const questions = m_OutlineQuestions + 1;
+    m_OutlineQuestions = questions; // one lost now and then does no harm
+    if (!IsIndexUsed(isWorthIt || questions > QuestionsBeforeIndex))
+    {
+        return nullptr;
+    }
+    std::vector<CPathObjectBase const*> const objects(m_Outline.begin(), m_Outline.end());
+    return &m_OutlineIndex.Set(std::make_unique<COutlineIndex const>(objects));
 }
 
 void CPolygon::DeleteHoles()
@@ -86,6 +119,7 @@ void CPolygon::AppendPathObject(CPathObjectBase* object)
 
 bool CPolygon::EnsureValidPolygon(bool closeByExtending)
 {
+    ClearOutlineCache();
     if (m_Outline.empty())
     {
         return false;

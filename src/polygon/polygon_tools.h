@@ -72,6 +72,12 @@ struct CPolygonInternals
     {
         polygon.InitializeWithPolygon(other);
     }
+    /// For those who change the shape of objects in an outline.
+    static void ClearOutlineCache(CPolygon & polygon) { polygon.ClearOutlineCache(); }
+    static COutlineIndex const* FindOutlineIndex(CPolygon const & polygon, bool isWorthIt)
+    {
+        return polygon.FindOutlineIndex(isWorthIt);
+    }
     /// Gives `polygon` the outline of `source`: clones, or, where there is no user info to be cloned, the objects
     /// themselves. The holes stay, and wind against it.
     static void TakeOverOutline(CPolygon & polygon, CPolygon & source)

@@ -89,18 +89,20 @@ private:
 void RemoveSeams(TTileGrid const & grid, PolygonVector & polygons)
 {
     CSeamRemover remover(grid);
-    for (CPolygon const* polygon : polygons)
+    auto const removeIn = [&](CPolygon & ring)
     {
-        for (CPathObjectBase* object : polygon->GetOutline())
+        CPolygonInternals::ClearOutlineCache(ring);
+        for (CPathObjectBase* object : ring.GetOutline())
         {
             object->Accept(remover);
         }
-        for (CPolygon const* hole : polygon->GetHoles())
+    };
+    for (CPolygon* polygon : polygons)
+    {
+        removeIn(*polygon);
+        for (CPolygon* hole : polygon->GetHoles())
         {
-            for (CPathObjectBase* object : hole->GetOutline())
-            {
-                object->Accept(remover);
-            }
+            removeIn(*hole);
         }
     }
 }

@@ -205,6 +205,7 @@ CPolygon::EPolygonWinding CPolygon::ReverseWindingDirection()
 {
     EPolygonWinding const winding = GetWindingDirection();
     m_Facts.reset();
+    ClearOutlineCache();
     for (std::size_t low = 0, high = m_Outline.size(); low + 1 < high; ++low)
     {
         --high;

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numbers>
+#include <sstream>
+#include <thread>
 
 #include "numeric/chain_index.h"
 #include "support/shape_generators.h"
@@ -104,6 +107,104 @@ TEST(IndexProperty, LargeOutlinesGrowAsInThePlainLoops)
         }
         ASSERT_EQ(FingerprintOfMany(shapes, EIndexUse::eNever), FingerprintOfMany(shapes, EIndexUse::eAlways)) << i;
     }
+}
+
+/// Distances and containments in hexadecimal digits. Several points, so that an index comes to be.
+std::string Measure(Shape const & first, Shape const & second, EIndexUse use)
+{
+    TIndexUse const guard(use);
+    auto const a = MakePolygon(first), b = MakePolygon(second);
+    std::ostringstream text;
+    text << std::hexfloat;
+    TPoint<double> p, q;
+    auto const print = [&](double d) { text << d << ' ' << p.x << ',' << p.y << ' ' << q.x << ',' << q.y << '\n'; };
+    for (int solid = 0; solid < 8; ++solid)
+    {
+        if (solid == 4) CTestAccess::ReverseWinding(*a);
+        print(a->SquareDistanceToPolygon(*b, (solid & 1) != 0, (solid & 2) != 0, p, q));
+    }
+    for (Ring const & ring : second)
+        for (std::size_t i = 0; i < ring.size() && i < 12; ++i)
+        {
+            TPoint<double> const & at = ring[i].end;
+            text << a->PointInPolygon(at.x, at.y) << a->PolygonInPolygon(*b) << ' ';
+            print(a->SquareDistanceToPoint(at.x, at.y, i % 2 == 0, p));
+        }
+    for (std::size_t i = 0; i < 12; ++i) // object by object
+    {
+        auto const &x = a->GetOutline(), &y = b->GetOutline();
+        print(x[i % x.size()]->SquareDistanceToPath(*y[i * 5 % y.size()], p, q));
+    }
+    return text.str();
+}
+
+/// A ring of many edges around the origin, in waves or with teeth; on the lattice there are many equal distances.
+Shape ManyEdges(CShapeGenerator & random)
+{
+    int const count = 4 * random.Int(8, 60), kind = random.Int(0, 3), waves = random.Int(1, 9);
+    double const size = random.Int(4, 9) * CShapeGenerator::Unit, phase = random.Int(0, 1) * random.Real(0, 1);
+    Ring ring;
+    for (int i = 0; i < count; ++i)
+    {
+        double const angle = (i + phase) * 2 * std::numbers::pi / count;
+        double const tooth = kind == 0 ? 1 + 0.2 * std::sin(waves * angle) : kind == 1 && i % 4 < 2 ? 0.9 : 1.0;
+        TEdge edge{{tooth * size * std::cos(angle), tooth * size * std::sin(angle)}, kind == 1 && i % 2 == 1, true, {}};
+        if (kind == 2) edge.end = {std::round(edge.end.x / 256) * 256, std::round(edge.end.y / 256) * 256};
+        if (kind == 3) // flat teeth all but on the x axis, so that rounding says what is in reach of them
+            edge.end = i > count - 3 ? TPoint<double>((count - 1 - i) * count * 64.0, 4096)
+                                     : TPoint<double>((i + i % 2) * 64, i % 4 < 2 ? 512 : random.Real(0, 3e-12));
+        edge.beginsObject = edge.isArc || waves % 2 == 0 || random.Int(0, 99) == 0;
+        ring.push_back(edge);
+    }
+    return {ring};
+}
+
+TEST(IndexProperty, DistancesAreThoseOfThePlainLoops)
+{
+    Make const families[] = {ManyEdges, [](CShapeGenerator & g) { return g.Any(); },
+                             [](CShapeGenerator & g) { return g.Holed(); }};
+    double const scales[] = {1, 1, 0.5, 1.0 / 3, 2, 0.9};
+    CShapeGenerator generator(7);
+    for (int i = 0; i < 3000; ++i)
+    {
+        auto const pick = [&](int most) { return generator.Int(0, most); };
+        Shape first = families[pick(2)](generator);
+        Shape second = pick(4) == 0 ? generator.Disguised(first) : families[pick(2)](generator);
+        if (second.size() == 1 && pick(2) == 0) second.push_back(Reversed(Mapped(second, 0.25, 0, 0, 0)).front());
+        int const reach = 40 * pick(1);
+        double const step = pick(1) == 0 ? 512 : generator.Real(1, 512), turn = pick(9) == 0 ? generator.Real(0, 1) : 0;
+        double const unit = pick(12) == 0 ? 1.0 / 2048 : 1; // arcs may count as one that end a unit apart
+        second = Mapped(second, scales[pick(5)], turn, step * generator.Int(-reach, reach), -step * pick(reach));
+        first = Mapped(first, unit, 0, 0, 0), second = Mapped(second, unit, 0, 0, 0);
+        if (i < 50) // caps about nearly one centre, on opposite sides: rounding may take the gap of their circles
+        {
+            second = Mapped(ParseShape("M 3,-4 A ccw 0,0 3,4 L 2.5,0 Z"), 120, 0, 0, 0);
+            first = Mapped(ParseShape("M -6,8 A ccw 0,0 -6,-8 L -4,0 Z"), 120, 0, (i - 25) * 1e-14, 0);
+        }
+        std::string const plain = Measure(first, second, EIndexUse::eNever);
+        for (EIndexUse const use : {EIndexUse::eAlways, EIndexUse::eWhenItPays})
+            ASSERT_EQ(plain, Measure(first, second, use))
+                << i << "\n  A " << PrintShape(first) << "\n  B " << PrintShape(second);
+    }
+}
+
+TEST(ThreadedIndex, ReadersOfOnePolygonShareIt)
+{
+    CShapeGenerator generator(3);
+    auto const a = MakePolygon(ManyEdges(generator)), b = MakePolygon(Mapped(ManyEdges(generator), 1, 0, 20000, 0));
+    std::vector<double> found(4);
+    std::vector<std::thread> readers;
+    for (double & d : found)
+        readers.emplace_back(
+            [&]
+            {
+                TPoint<double> p, q;
+                for (int i = 0; i < 20; ++i)
+                    d += a->SquareDistanceToPolygon(*b, false, true, p, q) + a->PointInPolygon(i * 64.0, i * 8.0);
+            });
+    for (std::thread & reader : readers)
+        reader.join();
+    EXPECT_EQ(found, std::vector<double>(4, found[0]));
 }
 
 TEST(ChainIndex, FindsInOrderWhatALoopFinds)

@@ -147,6 +147,7 @@ public:
 
 private:
     friend struct CTestAccess;
+    friend class CPathObjectArc;
 
     CChainIndex const* FindSegmentIndex(bool isWorthIt) const;
     void AppendVertexRange(PointIterator first, PointIterator last);

@@ -15,6 +15,7 @@ namespace geometry
 
 template <typename T>
 class CPolygonClipBase;
+class COutlineIndex;
 struct COutlineFacts;
 
 /// A region of the plane: the inside of one closed outline less the inside of its holes, each a polygon of its own.
@@ -81,7 +82,7 @@ public:
     /// Deletes the outline and, with `alsoHoles`, the holes.
     void clear(bool alsoHoles);
 
-    /// The outline in path order; the objects stay the polygon's.
+    /// The outline in path order; the objects stay the polygon's, which doesn't notice if a caller changes their shape.
     PathObjects const & GetOutline() const { return m_Outline; }
     /// The holes in adding order; they stay the polygon's.
     std::vector<CPolygon*> const & GetHoles() const { return m_Holes.GetObjects(); }
@@ -230,6 +231,7 @@ private:
     void InitializeWithClones(std::vector<CPathObjectBase const*> const & objects);
     void ClearOutline();
     void ClearOutlineCache();
+    COutlineIndex const* FindOutlineIndex(bool isWorthIt) const;
     void DeleteHoles();
 
     EPolygonWinding GetWindingDirection() const;
@@ -243,6 +245,8 @@ private:
     bool SubtractPolygonsCore(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons,
                               unsigned int workers = 0) const;
 
+    bool IsProbeCountOdd(TPoint<double> const & point) const;
+    bool FindNearestObject(CPathObjectBase const & path, std::size_t & found) const;
     double SquareDistanceToPathSolid(CPathObjectBase const & path, TPoint<double> & onPolygon,
                                      TPoint<double> & onPath) const;
     double SquareDistanceToPathOpen(CPathObjectBase const & path, TPoint<double> & onPolygon,
@@ -255,9 +259,11 @@ private:
     PathObjects m_Outline; ///< in path order; owned
     PolygonHash m_Holes;   ///< owned; they lie inside, so not in the rectangle
     mutable TLazyValue<EPolygonWinding> m_WindingDirection =
-        eWindingUnknown;                    ///< 0 or the true one: `GetWindingDirection`
-    CBoundingRect<double> m_BoundingRect;   ///< union of the rectangles of the outline's objects
-    PathObjectHash m_OutlineCache;          ///< empty or pieces of the present outline; owned
+        eWindingUnknown;                                      ///< 0 or the true one: `GetWindingDirection`
+    CBoundingRect<double> m_BoundingRect;                     ///< union of the rectangles of the outline's objects
+    PathObjectHash m_OutlineCache;                            ///< empty or pieces of the present outline; owned
+    TLazyObject<COutlineIndex> m_OutlineIndex;                ///< of the present outline: `FindOutlineIndex`
+    mutable TLazyValue<unsigned int> m_OutlineQuestions = 0U; ///< since the last change, as long as there is no index
     std::shared_ptr<COutlineFacts> m_Facts; ///< of a polygon under work only, and void with every change; may be null
 };
 
