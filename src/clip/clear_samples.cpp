@@ -43,6 +43,11 @@ EPointPosition LocateClearly(TPoint<double> const & point, CPathObjectHolder con
 
 } // namespace
 
+TPoint<double> SampleOfSegment(TPoint<double> const & a, TPoint<double> const & b)
+{
+    return TPoint<double>(a.x + sampleFraction * (b.x - a.x), a.y + sampleFraction * (b.y - a.y));
+}
+
 namespace
 {
 
@@ -60,7 +65,7 @@ TPoint<double> SampleOf(CPathObjectBase const & object, std::ptrdiff_t i, bool i
     {
         return i == 0 ? b : a;
     }
-    return TPoint<double>(a.x + sampleFraction * (b.x - a.x), a.y + sampleFraction * (b.y - a.y));
+    return SampleOfSegment(a, b);
 }
 
 /// No clear sample of the object contradicts its lying on `side` of the other ring.

@@ -10,6 +10,9 @@
 namespace geometry
 {
 
+/// The place on a straight segment that is sampled.
+TPoint<double> SampleOfSegment(TPoint<double> const & a, TPoint<double> const & b);
+
 /// No sample of the holder's object that is well away from the ring of `other` contradicts its lying on `side`. All
 /// objects within `otherRect`, the rectangle of that ring, are sampled, also those that begin and end where the rings
 /// don't meet: outlines that run along each other but for rounding (a straight track that goes on as an arc) may cross

@@ -65,6 +65,7 @@ void CPolygonClipGreinerHormannBased<T>::Clear()
     DeleteRing(m_SubjectRing);
     DeleteRing(m_ClipRing);
     m_Fold.reset();
+    m_Source = nullptr;
 }
 
 template <typename T>

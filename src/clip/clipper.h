@@ -36,6 +36,9 @@ public:
     /// `RunClip`, with the path objects of `second` that are far from `first` folded, if that pays: then
     /// `TakeResultPolygons` moves them to the results, and leaves `second` without an outline.
     EClipResult RunFoldedClip(CPolygon const & first, CPolygon & second);
+    /// The same for an intersection, which has nothing of what is far: `second` stays as it is. Folds only an outline
+    /// whose facts are complete.
+    EClipResult RunFoldedIntersection(CPolygon const & first, CPolygon const & second);
     /// Of the last run; null if nothing is folded.
     CFold const* GetFold() const { return m_Fold.get(); }
     /// Of all result rings, folded objects left out.
@@ -47,6 +50,7 @@ protected:
 
     /// The stages in their order. Called only from `Execute`, with both rings closed.
     virtual EClipResult DoClip() = 0;
+    EClipResult RunFolded(CPolygon const & first, CPolygon const & second);
     void ReadFolded(CPolygon const & first, TPoint<double> const* shift);
 
     CLinkedPathObject* m_Results = nullptr;     ///< head of the chain of result rings; owned
@@ -55,6 +59,7 @@ protected:
     CBoundingRect<double> m_SubjectRect;        ///< around what was read into the subject ring
     CBoundingRect<double> m_ClipRect;           ///< around what was read into the clip ring
     std::unique_ptr<CFold> m_Fold;              ///< of the subject; null in a plain run
+    CPolygon* m_Source = nullptr;               ///< of the objects of its runs, which the results take; not owned
 };
 
 /// The one clipper that there is.

@@ -47,17 +47,16 @@ bool HasUserInfo(CPathObjectBase const* object)
 
 } // namespace
 
-std::unique_ptr<CFold> CFold::Make(CPolygon & polygon, CPolygon const & other, TPoint<double> const* shift)
+std::unique_ptr<CFold> CFold::Make(CPolygon const & polygon, CPolygon const & other, TPoint<double> const* shift)
 {
     auto const & outline = polygon.GetOutline();
     auto const & otherOutline = other.GetOutline();
-    if (!IsIndexUsed(outline.size() >= MinFoldedCount) || outline.size() <= 2 * Neighbours ||
-        !IsInReach(polygon.GetBoundingRect()) || !IsInReach(other.GetBoundingRect()) ||
-        std::any_of(otherOutline.begin(), otherOutline.end(), HasUserInfo))
+    if (!CPolygonInternals::HasFacts(polygon) || !IsIndexUsed(outline.size() >= MinFoldedCount) ||
+        outline.size() <= 2 * Neighbours || !IsInReach(polygon.GetBoundingRect()) ||
+        !IsInReach(other.GetBoundingRect()) || std::any_of(otherOutline.begin(), otherOutline.end(), HasUserInfo))
     {
         return nullptr;
     }
-    CPolygonInternals::CompleteFacts(polygon);
     std::unique_ptr<CFold> fold(new CFold(polygon, shift != nullptr));
     fold->SetWindow(other.GetBoundingRect(), shift != nullptr ? *shift : TPoint<double>());
     fold->FindRuns();

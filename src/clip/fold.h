@@ -31,9 +31,10 @@ class CFold
 public:
     /// The outline of `polygon` folded for a clip with `other`, moved by `shift` or, with a null, as it is; null if that
     /// doesn't pay. `polygon` must outlive it.
-    static std::unique_ptr<CFold> Make(CPolygon & polygon, CPolygon const & other, TPoint<double> const* shift);
+    /// The facts of its outline must be complete.
+    static std::unique_ptr<CFold> Make(CPolygon const & polygon, CPolygon const & other, TPoint<double> const* shift);
 
-    CPolygon & GetPolygon() const { return m_Polygon; }
+    CPolygon const & GetPolygon() const { return m_Polygon; }
     /// The objects of the runs are to be moved by nothing, as the others are.
     bool IsShifted() const { return m_IsShifted; }
     std::vector<TFoldedRun> const & GetRuns() const { return m_Runs; }
@@ -64,14 +65,14 @@ private:
         double startX;
         double endX;
     };
-    CFold(CPolygon & polygon, bool isShifted) : m_Polygon(polygon), m_IsShifted(isShifted) {}
+    CFold(CPolygon const & polygon, bool isShifted) : m_Polygon(polygon), m_IsShifted(isShifted) {}
     void SetWindow(CBoundingRect<double> other, TPoint<double> const & shift);
     bool StaysItself(std::size_t index) const;
     void FindRuns();
     void AddToRun(std::size_t index);
     void AddAbove(std::size_t index);
 
-    CPolygon & m_Polygon;
+    CPolygon const & m_Polygon;
     bool m_IsShifted;
     std::vector<TFoldedRun> m_Runs; ///< in path order
     CBoundingRect<double> m_Window; ///< around the other outline

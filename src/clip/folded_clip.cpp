@@ -122,6 +122,27 @@ template <typename T>
 typename CPolygonClipBase<T>::EClipResult CPolygonClipGreinerHormannBased<T>::RunFoldedClip(CPolygon const & first,
                                                                                             CPolygon & second)
 {
+    if (!second.GetOutline().empty())
+    {
+        CPolygonInternals::CompleteFacts(second);
+    }
+    EClipResult const result = RunFolded(first, second);
+    m_Source = &second;
+    return result;
+}
+
+template <typename T>
+typename CPolygonClipBase<T>::EClipResult
+CPolygonClipGreinerHormannBased<T>::RunFoldedIntersection(CPolygon const & first, CPolygon const & second)
+{
+    this->SetOperation(this->eClipIntersection);
+    return RunFolded(first, second);
+}
+
+template <typename T>
+typename CPolygonClipBase<T>::EClipResult CPolygonClipGreinerHormannBased<T>::RunFolded(CPolygon const & first,
+                                                                                        CPolygon const & second)
+{
     this->m_Attempts = 0;
     for (int attempt = 0; attempt < FirstRepairingAttempt; ++attempt)
     {
@@ -184,9 +205,9 @@ std::unique_ptr<CPolygon> TakePlainRing(CLinkedPathObject* ring)
 class CRingUnfolder
 {
 public:
-    explicit CRingUnfolder(CFold const & fold)
-        : m_Source(fold.GetPolygon()), m_IsShifted(fold.IsShifted()),
-          m_SourceFacts(CPolygonInternals::FactsOf(m_Source)), m_Facts(std::make_shared<COutlineFacts>())
+    CRingUnfolder(CFold const & fold, CPolygon & source)
+        : m_Source(source), m_IsShifted(fold.IsShifted()), m_SourceFacts(CPolygonInternals::FactsOf(m_Source)),
+          m_Facts(std::make_shared<COutlineFacts>())
     {
         m_Facts->origin = m_SourceFacts.origin;
     }
@@ -340,27 +361,31 @@ void CPolygonClipGreinerHormannBased<T>::TakeResultPolygons(std::vector<CPolygon
     OwningPolygonVector made;
     for (CLinkedPathObject* ring = m_Results; ring != nullptr; ring = ring->m_NextRing)
     {
-        auto polygon = m_Fold != nullptr ? CRingUnfolder(*m_Fold).TakeRing(ring) : TakePlainRing(ring);
+        auto polygon = m_Source != nullptr && m_Fold != nullptr ? CRingUnfolder(*m_Fold, *m_Source).TakeRing(ring)
+                                                                : TakePlainRing(ring);
         if (polygon != nullptr)
         {
             PushPolygon(made, std::move(polygon));
         }
     }
-    if (m_Fold != nullptr)
+    if (m_Source != nullptr && m_Fold != nullptr)
     {
-        CPolygonInternals::ClearOutline(m_Fold->GetPolygon());
-        m_Fold.reset();
+        CPolygonInternals::ClearOutline(*m_Source);
     }
+    m_Fold.reset();
+    m_Source = nullptr;
     delete m_Results;
     m_Results = nullptr;
     polygons.reserve(made.size());
     AppendPolygons(polygons, made);
 }
 
-template void CPolygonClipGreinerHormannBased<double>::TakeResultPolygons(std::vector<CPolygon*> &);
-template void CPolygonClipGreinerHormannBased<double>::ReadFolded(CPolygon const &, TPoint<double> const*);
-template double CPolygonClipGreinerHormannBased<double>::GetResultLength() const;
-template CPolygonClipBase<double>::EClipResult CPolygonClipGreinerHormannBased<double>::RunFoldedClip(CPolygon const &,
-                                                                                                      CPolygon &);
+using FoldingClipper = CPolygonClipGreinerHormannBased<double>;
+template void FoldingClipper::TakeResultPolygons(std::vector<CPolygon*> &);
+template void FoldingClipper::ReadFolded(CPolygon const &, TPoint<double> const*);
+template double FoldingClipper::GetResultLength() const;
+template FoldingClipper::EClipResult FoldingClipper::RunFoldedClip(CPolygon const &, CPolygon &);
+template FoldingClipper::EClipResult FoldingClipper::RunFoldedIntersection(CPolygon const &, CPolygon const &);
+template FoldingClipper::EClipResult FoldingClipper::RunFolded(CPolygon const &, CPolygon const &);
 
 } // namespace geometry

@@ -54,15 +54,22 @@ EClipResult RunLastClipIfOverlapping(Clipper & clipper, CPolygon const & clip, C
     return RunFoldedClip(clipper, clip, subject);
 }
 
+/// Moves `pieces`, outlines cut from `polygon` by `clip`, to `out`, with the holes of `polygon` carried over.
+bool CarryHolesOver(CPolygon const & polygon, PolygonVector & out, OwningPolygonVector & pieces, CPolygon const & clip,
+                    Clipper & clipper)
+{
+    PolygonVector const handedOver(pieces.begin(), pieces.end());
+    out.reserve(handedOver.size());
+    pieces.clear(); // `out` owns them from its first step on
+    return CPolygonInternals::HandleSubtractResultPolygons(polygon, out, handedOver, clip, &clipper);
+}
+
 /// Replaces `work[index]` by `pieces`, outlines cut from it by `clip`, to which its holes are carried over.
 bool ReplaceByPieces(PolygonVector & work, std::size_t index, OwningPolygonVector & pieces, CPolygon const & clip,
                      Clipper & clipper)
 {
     OwningPolygonVector out;
-    PolygonVector const handedOver(pieces.begin(), pieces.end());
-    out.reserve(handedOver.size());
-    pieces.clear(); // `out` owns them from its first step on
-    if (!CPolygonInternals::HandleSubtractResultPolygons(*work[index], out, handedOver, clip, &clipper))
+    if (!CarryHolesOver(*work[index], out, pieces, clip, clipper))
     {
         return false;
     }
@@ -274,6 +281,36 @@ bool IntersectPolygonRange(CPolygon const & polygon, PolygonVector & result, Pol
     DeletePolygons(result);
     PushPolygon(result, std::make_unique<CPolygon>(polygon));
     return DoIntersectCore(result, range, *clipper) != Clipper::eClipFailed;
+}
+
+bool IntersectWithRectangle(CPolygon const & polygon, PolygonVector & result, CPolygon const & rectangle)
+{
+    DeletePolygons(result);
+    std::unique_ptr<Clipper> const clipper(CreateClipper());
+    EClipResult const r = polygon.GetBoundingRect().Overlaps(rectangle.GetBoundingRect())
+                              ? RunFoldedIntersection(*clipper, rectangle, polygon)
+                              : Clipper::eClipSeparate;
+    OwningPolygonVector pieces;
+    switch (r)
+    {
+    case Clipper::eClipResultReady:
+        clipper->TakeResultPolygons(pieces);
+        NestRings(pieces);
+        break;
+    case Clipper::eClipClipInsideSubject:
+        PushPolygon(pieces, std::make_unique<CPolygon>(rectangle));
+        break;
+    case Clipper::eClipSeparate:
+    case Clipper::eClipRetry:
+        return true;
+    case Clipper::eClipFailed:
+        return false;
+    case Clipper::eClipSubjectInsideClip:
+    case Clipper::eClipNothingToDo:
+        PushPolygon(result, std::make_unique<CPolygon>(polygon));
+        return true;
+    }
+    return CarryHolesOver(polygon, result, pieces, rectangle, *clipper);
 }
 
 bool XORPolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range)

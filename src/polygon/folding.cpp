@@ -27,6 +27,16 @@ EClipResult RunFoldedClip(Clipper & clipper, CPolygon const & first, CPolygon & 
     return folding != nullptr ? folding->RunFoldedClip(first, second) : clipper.RunClip(first, second);
 }
 
+EClipResult RunFoldedIntersection(Clipper & clipper, CPolygon const & first, CPolygon const & second)
+{
+    if (auto* const folding = dynamic_cast<FoldingClipper*>(&clipper))
+    {
+        return folding->RunFoldedIntersection(first, second);
+    }
+    clipper.SetOperation(Clipper::eClipIntersection);
+    return clipper.RunClip(first, second);
+}
+
 bool IsFolded(Clipper const & clipper)
 {
     return FoldOf(clipper) != nullptr;

@@ -10,6 +10,9 @@ namespace geometry
 /// `TakeResultPolygons`. What is far from `first` costs next to nothing.
 EClipResult RunFoldedClip(Clipper & clipper, CPolygon const & first, CPolygon & second);
 
+/// The intersection, for a `second` of which facts are kept. It stays as it is.
+EClipResult RunFoldedIntersection(Clipper & clipper, CPolygon const & first, CPolygon const & second);
+
 /// The last run has left far parts of `second` out.
 bool IsFolded(Clipper const & clipper);
 

@@ -118,9 +118,14 @@ struct CPolygonInternals
     }
     /// What is known of the outline, complete.
     static COutlineFacts const & CompleteFacts(CPolygon & polygon);
+    static bool HasFacts(CPolygon const & polygon) { return polygon.m_Facts != nullptr; }
     /// The same, where it was completed before.
     static COutlineFacts const & FactsOf(CPolygon const & polygon) { return *polygon.m_Facts; }
     static CPolygon::PolygonHash & HolesOf(CPolygon & polygon) { return polygon.m_Holes; }
+    static bool IsProbeCountOdd(CPolygon const & polygon, TPoint<double> const & point)
+    {
+        return polygon.IsProbeCountOdd(point);
+    }
     static void DeleteHoles(CPolygon & polygon) { polygon.DeleteHoles(); }
     /// Moves the holes to the end of `holes`.
     static void TakeHoles(CPolygon & polygon, PolygonVector & holes)

@@ -5,6 +5,13 @@
 //   |    |   |<-- cut rectangle -->|    |   |   beyond the work rectangle: its edges stay clear of that one's.
 #include "polygon/subtract_tile.h"
 
+#include <algorithm>
+#include <cmath>
+
+#include "arc/as_arc.h"
+#include "arc/probe_abscissas.h"
+#include "clip/clear_samples.h"
+#include "numeric/chain_index.h"
 #include "polygon/merge.h"
 #include "polygon/outline_builder.h"
 
@@ -23,6 +30,29 @@ std::unique_ptr<CPolygon> MakeRectangle(CBoundingRect<double> const & rect)
     OwnedPathObjects objects;
     objects.push_back(MakeRectangleOutline(rect));
     return MakePolygonFrom(std::move(objects));
+}
+
+/// What the clipper, asked for the intersection, would find out by three steps: no object of the polygon comes near the
+/// rectangle, and neither of the two places that it looks at on the lower and the left side lies in the polygon. That on
+/// the left side never does.
+bool LiesWithin(CPolygon const & polygon, CPolygon const & rectangle)
+{
+    CBoundingRect<double> const & outer = rectangle.GetBoundingRect();
+    CBoundingRect<double> const & inner = polygon.GetBoundingRect();
+    double const room = 1.0 + 1e-6 * ((outer.maxX - outer.minX) + (outer.maxY - outer.minY));
+    double const largest =
+        std::max({std::fabs(outer.minX), std::fabs(outer.minY), std::fabs(outer.maxX), std::fabs(outer.maxY)});
+    auto const & outline = polygon.GetOutline();
+    bool const isApart = inner.minX - outer.minX > room && inner.minY - outer.minY > room &&
+                         outer.maxX - inner.maxX > room && outer.maxY - inner.maxY > room && largest < 1e12;
+    auto const isOrdinary = [](CPathObjectBase const* object)
+    {
+        CPathObjectArc const* const arc = AsArc(*object);
+        return object->IsValid() && object->GetUserInfo() == nullptr && (arc == nullptr || IsSteadyArc(*arc));
+    };
+    return isApart && polygon.GetHoles().empty() && std::all_of(outline.begin(), outline.end(), isOrdinary) &&
+           !CPolygonInternals::IsProbeCountOdd(polygon,
+                                               SampleOfSegment({outer.minX, outer.minY}, {outer.maxX, outer.minY}));
 }
 
 } // namespace
@@ -69,7 +99,14 @@ bool CSubtractTile::Subtract(CPolygon const & subject, CPolygon::PolygonHash con
     {
         return false;
     }
-    subject.IntersectPolygon(m_Pieces, *m_WorkRect);
+    if (CPolygonInternals::HasFacts(subject))
+    {
+        IntersectWithRectangle(subject, m_Pieces, *m_WorkRect);
+    }
+    else
+    {
+        subject.IntersectPolygon(m_Pieces, *m_WorkRect);
+    }
     if (m_Pieces.empty())
     {
         return false;
@@ -83,7 +120,14 @@ bool CSubtractTile::Subtract(CPolygon const & subject, CPolygon::PolygonHash con
     for (CPolygon const* cutter : near)
     {
         OwningPolygonVector parts;
-        m_SearchRect->IntersectPolygon(parts, *cutter);
+        if (IsIndexUsed(true) && LiesWithin(*cutter, *m_SearchRect))
+        {
+            PushPolygon(parts, std::make_unique<CPolygon>(*cutter));
+        }
+        else
+        {
+            m_SearchRect->IntersectPolygon(parts, *cutter);
+        }
         cut.insert(cut.begin(), parts.begin(), parts.end());
         parts.clear();
     }

@@ -12,6 +12,7 @@
 #include <geometry/thread/thread.h>
 
 #include "clip/gave_up_count.h"
+#include "numeric/chain_index.h"
 #include "polygon/merge.h"
 #include "polygon/subtract_tile.h"
 #include "polygon/tile_seams.h"
@@ -331,6 +332,33 @@ void CTileJoiner::MergeAll(PolygonVector & result)
 
 } // namespace
 
+namespace
+{
+
+bool HasUserInfo(CPolygon const & polygon)
+{
+    auto const & outline = polygon.GetOutline();
+    auto const & holes = polygon.GetHoles();
+    return std::any_of(outline.begin(), outline.end(),
+                       [](CPathObjectBase const* object) { return object->GetUserInfo() != nullptr; }) ||
+           std::any_of(holes.begin(), holes.end(), [](CPolygon const* hole) { return HasUserInfo(*hole); });
+}
+
+/// A copy with facts, of which the tiles take their parts quickly. Null where each tile makes a copy of its own: the
+/// calls of a user info can be counted.
+std::unique_ptr<CPolygon> MakeSharedSubject(CPolygon const & subject)
+{
+    if (!IsIndexUsed(true) || subject.GetOutline().empty() || HasUserInfo(subject))
+    {
+        return nullptr;
+    }
+    auto shared = std::make_unique<CPolygon>(subject);
+    CPolygonInternals::CompleteFacts(*shared);
+    return shared;
+}
+
+} // namespace
+
 bool SubtractInTiles(CPolygon const & subject, PolygonVector & result, PolygonRange const & polygons, Clipper & clipper,
                      unsigned int workers)
 {
@@ -351,7 +379,9 @@ bool SubtractInTiles(CPolygon const & subject, PolygonVector & result, PolygonRa
     }
     try
     {
-        RunSubtractTiles(workers == 0 ? thread::hardware_concurrency() : workers, tiles, subject, cutters);
+        std::unique_ptr<CPolygon> const shared = MakeSharedSubject(subject);
+        RunSubtractTiles(workers == 0 ? thread::hardware_concurrency() : workers, tiles,
+                         shared != nullptr ? *shared : subject, cutters);
     }
     catch (thread_canceled const &)
     {
