@@ -40,7 +40,7 @@ bool IsInReach(CBoundingRect<double> const & rect)
     return rect.minX > -largest && rect.minY > -largest && rect.maxX < largest && rect.maxY < largest;
 }
 
-bool HasUserInfo(CPathObjectBase const* object)
+bool BearsUserInfo(CPathObjectBase const* object)
 {
     return object->GetUserInfo() != nullptr;
 }
@@ -53,7 +53,7 @@ std::unique_ptr<CFold> CFold::Make(CPolygon const & polygon, CPolygon const & ot
     auto const & otherOutline = other.GetOutline();
     if (!CPolygonInternals::HasFacts(polygon) || !IsIndexUsed(outline.size() >= MinFoldedCount) ||
         outline.size() <= 2 * Neighbours || !IsInReach(polygon.GetBoundingRect()) ||
-        !IsInReach(other.GetBoundingRect()) || std::any_of(otherOutline.begin(), otherOutline.end(), HasUserInfo))
+        !IsInReach(other.GetBoundingRect()) || std::any_of(otherOutline.begin(), otherOutline.end(), BearsUserInfo))
     {
         return nullptr;
     }
@@ -112,7 +112,7 @@ void CFold::FindRuns()
         if (isKept[i] != 0)
         {
             m_RestLength += outline[i]->CalculateLength();
-            if (HasUserInfo(outline[i]))
+            if (BearsUserInfo(outline[i]))
             {
                 m_Runs.clear();
                 return;

@@ -233,6 +233,7 @@ void CRingUnfolder::AddObject(CPathObjectBase* object)
 {
     m_Objects.push_back(object);
     m_Facts->objects.emplace_back();
+    m_Facts->incomplete.push_back(m_Objects.size() - 1);
     m_Rect.Include(object->GetBoundingRect());
     m_Area += SignedAreaTo(*object, m_Facts->origin);
     m_HasArc = m_HasArc || !object->CanAppendVertex();
@@ -272,7 +273,7 @@ void CRingUnfolder::AddRun(TFoldedRun const & run, bool isReversed)
             present.isApart = true;
         }
     }
-    m_Facts->objects.back().isJointKnown = false;
+    m_Facts->incomplete.push_back(m_Objects.size() - 1); // its joint
     m_Rect.Include(run.rect);
     m_Area += isReversed ? -run.area : run.area;
     m_HasArc = m_HasArc || run.hasArc;

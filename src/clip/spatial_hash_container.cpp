@@ -313,7 +313,8 @@ void CSpatialHashContainer<T, Calculator>::RecalculateCellRange() noexcept
 template <typename T, typename Calculator>
 void CSpatialHashContainer<T, Calculator>::Clear() noexcept
 {
-    delete m_Grid.exchange(nullptr, std::memory_order_relaxed);
+    delete m_Grid.load(std::memory_order_relaxed);
+    m_Grid.store(nullptr, std::memory_order_relaxed);
     m_Objects.clear();
 }
 

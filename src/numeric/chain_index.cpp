@@ -43,18 +43,10 @@ CChainIndex::CChainIndex(std::vector<Rect> rects)
 
 // --- kept with an object ---
 
-CLazyChainIndex::~CLazyChainIndex()
+void CLazyChainIndex::Drop() noexcept
 {
-    Clear();
-}
-
-void CLazyChainIndex::Clear() noexcept
-{
-    m_Questions.store(0, std::memory_order_relaxed);
-    if (m_Index.load(std::memory_order_relaxed) != nullptr)
-    {
-        delete m_Index.exchange(nullptr, std::memory_order_relaxed);
-    }
+    delete m_Index.load(std::memory_order_relaxed);
+    m_Index.store(nullptr, std::memory_order_relaxed);
 }
 
 CChainIndex const* CLazyChainIndex::Set(CChainIndex const* index) const noexcept

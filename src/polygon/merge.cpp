@@ -354,7 +354,7 @@ void CMerger::TakeOverUnion(OwningPolygonVector & merged, OwningPolygonVector & 
     NestRings(merged);
     auto const outer = std::max_element(merged.begin(), merged.end(), IsSmaller);
     std::unique_ptr<CPolygon> const target = TakePolygon(merged, static_cast<std::size_t>(outer - merged.begin()));
-    CPolygonInternals::InitializeWithPolygon(Target(), *target);
+    CPolygonInternals::TakeOverPolygon(Target(), *target);
     AppendPolygons(apart, merged);
 }
 

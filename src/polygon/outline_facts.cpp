@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <numeric>
 
 #include <geometry/arc/path_object_arc.h>
 #include <geometry/path/path_object_polyline.h>
@@ -85,6 +86,8 @@ COutlineFacts const & CPolygonInternals::CompleteFacts(CPolygon & polygon)
         polygon.m_Facts = std::make_shared<COutlineFacts>();
         polygon.m_Facts->origin = outline.front()->GetStartPoint();
         polygon.m_Facts->objects.resize(outline.size());
+        polygon.m_Facts->incomplete.resize(outline.size());
+        std::iota(polygon.m_Facts->incomplete.begin(), polygon.m_Facts->incomplete.end(), std::size_t{0});
     }
     polygon.m_Facts->Complete(outline);
     return *polygon.m_Facts;
@@ -92,28 +95,19 @@ COutlineFacts const & CPolygonInternals::CompleteFacts(CPolygon & polygon)
 
 void COutlineFacts::Complete(std::vector<CPathObjectBase*> const & outline)
 {
-    for (std::size_t i = 0; i < outline.size(); ++i)
+    for (std::size_t const i : incomplete)
     {
         if (!objects[i].isKnown)
         {
-            bool const wasJointKnown = objects[i].isJointKnown;
-            bool const wasApart = objects[i].isApart;
             objects[i] = Describe(*outline[i], origin);
-            objects[i].isJointKnown = wasJointKnown;
-            objects[i].isApart = wasApart;
         }
     }
-    for (std::size_t i = 0; i < outline.size(); ++i)
+    for (std::size_t const i : incomplete)
     {
-        TObjectFacts const & next = objects[i + 1 < outline.size() ? i + 1 : 0];
-        TObjectFacts & facts = objects[i];
-        if (!facts.isJointKnown)
-        {
-            facts.isApart =
-                facts.isSteady && next.isSteady && AreApart(*outline[i], *outline[i + 1 < outline.size() ? i + 1 : 0]);
-            facts.isJointKnown = true;
-        }
+        std::size_t const next = i + 1 < outline.size() ? i + 1 : 0;
+        objects[i].isApart = objects[i].isSteady && objects[next].isSteady && AreApart(*outline[i], *outline[next]);
     }
+    incomplete.clear();
 }
 
 } // namespace geometry

@@ -2,6 +2,7 @@
 // outline stays connected, each object starting where the one before it ends; what doesn't fit is refused.
 #include <geometry/polygon/polygon.h>
 
+#include <algorithm>
 #include <memory>
 
 #include <geometry/path/path_object_polyline.h>
@@ -225,6 +226,15 @@ void CPolygon::InitializeWithPolygon(CPolygon const & other)
     }
     m_WindingDirection = other.m_WindingDirection;
     m_BoundingRect = other.m_BoundingRect;
+}
+
+bool HasUserInfo(CPolygon const & polygon)
+{
+    auto const & outline = polygon.GetOutline();
+    auto const & holes = polygon.GetHoles();
+    return std::any_of(outline.begin(), outline.end(),
+                       [](CPathObjectBase const* object) { return object->GetUserInfo() != nullptr; }) ||
+           std::any_of(holes.begin(), holes.end(), [](CPolygon const* hole) { return HasUserInfo(*hole); });
 }
 
 bool CPolygon::AddPolygonToVectorWhenValid(CPolygon*& polygon, std::vector<CPolygon*> & polygons)

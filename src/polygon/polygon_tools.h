@@ -57,6 +57,9 @@ inline void MovePolygon(PolygonVector & source, std::size_t index, PolygonVector
     source.erase(source.begin() + static_cast<std::ptrdiff_t>(index));
 }
 
+/// An object of the outline, or of a hole, has a user info.
+bool HasUserInfo(CPolygon const & polygon);
+
 /// Access for the operations of this library that work on polygons from outside the class.
 struct CPolygonInternals
 {
@@ -104,6 +107,25 @@ struct CPolygonInternals
         {
             polygon.SetCorrectHoleWinding(*hole);
         }
+    }
+    /// Makes `polygon` what `source` is: a copy, or, where there is no user info to be cloned, `source` itself.
+    static void TakeOverPolygon(CPolygon & polygon, CPolygon & source)
+    {
+        bool const isFolded = source.m_Facts != nullptr; // which leaves no user info in an outline
+        auto const & holes = source.GetHoles();
+        if (isFolded ? std::any_of(holes.begin(), holes.end(), [](CPolygon const* hole) { return HasUserInfo(*hole); })
+                     : HasUserInfo(source))
+        {
+            polygon.InitializeWithPolygon(source);
+            return;
+        }
+        polygon.DeleteHoles();
+        TakeOverOutline(polygon, source);
+        for (CPolygon* hole : holes)
+        {
+            polygon.m_Holes.AddNew(hole);
+        }
+        source.m_Holes.Clear();
     }
     static CPolygon::PathObjects & OutlineOf(CPolygon & polygon) { return polygon.m_Outline; }
     static void ClearOutline(CPolygon & polygon) { polygon.ClearOutline(); }

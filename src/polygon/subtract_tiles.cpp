@@ -335,15 +335,6 @@ void CTileJoiner::MergeAll(PolygonVector & result)
 namespace
 {
 
-bool HasUserInfo(CPolygon const & polygon)
-{
-    auto const & outline = polygon.GetOutline();
-    auto const & holes = polygon.GetHoles();
-    return std::any_of(outline.begin(), outline.end(),
-                       [](CPathObjectBase const* object) { return object->GetUserInfo() != nullptr; }) ||
-           std::any_of(holes.begin(), holes.end(), [](CPolygon const* hole) { return HasUserInfo(*hole); });
-}
-
 /// A copy with facts, of which the tiles take their parts quickly. Null where each tile makes a copy of its own: the
 /// calls of a user info can be counted.
 std::unique_ptr<CPolygon> MakeSharedSubject(CPolygon const & subject)

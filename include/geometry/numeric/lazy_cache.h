@@ -56,7 +56,11 @@ public:
         return *object.release();
     }
     /// For changing operations, which nobody reads beside.
-    void Clear() noexcept { delete m_Object.exchange(nullptr, std::memory_order_relaxed); }
+    void Clear() noexcept
+    {
+        delete m_Object.load(std::memory_order_relaxed);
+        m_Object.store(nullptr, std::memory_order_relaxed);
+    }
 
 private:
     mutable std::atomic<T const*> m_Object{nullptr};

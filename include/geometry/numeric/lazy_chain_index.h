@@ -23,7 +23,7 @@ public:
         Clear();
         return *this;
     }
-    ~CLazyChainIndex();
+    ~CLazyChainIndex() { Clear(); }
 
     /// The index, or null.
     CChainIndex const* Get() const noexcept { return m_Index.load(std::memory_order_acquire); }
@@ -36,9 +36,18 @@ public:
     }
     /// Takes over `index`, unless one stands already; the one that stands.
     CChainIndex const* Set(CChainIndex const* index) const noexcept;
-    void Clear() noexcept;
+    void Clear() noexcept
+    {
+        m_Questions.store(0, std::memory_order_relaxed);
+        if (m_Index.load(std::memory_order_relaxed) != nullptr)
+        {
+            Drop();
+        }
+    }
 
 private:
+    void Drop() noexcept;
+
     mutable std::atomic<CChainIndex const*> m_Index{nullptr}; ///< owned
     mutable std::atomic<unsigned int> m_Questions{0};
 };
