@@ -14,6 +14,7 @@
 #include <geometry/path/path_object_base.h>
 #include <geometry/polygon/polygon.h>
 
+#include "clip/cell_index.h"
 #include "polygon/merge.h"
 
 namespace geometry
@@ -24,6 +25,7 @@ namespace
 
 constexpr std::int64_t LargeExtentProduct = 10000; // above it, an object is large and a pass too long to walk
 constexpr std::int64_t WideQueryCellCount = 1000;  // from here on, a query finds duplicates with a set
+constexpr std::size_t CrowdedEntryCount = 64;      // from here on, a cell has an index
 constexpr std::size_t FewObjectCount = 11;         // below it, a wide query walks no cells
 
 template <typename T>
@@ -89,8 +91,9 @@ bool EraseFromCell(CellMap & cells, std::uint32_t id, T const* object)
     {
         return false;
     }
-    bool const wasThere = EraseFrom(cell->second, object, ObjectOfEntry);
-    if (cell->second.empty())
+    bool const wasThere = EraseFrom(cell->second.entries, object, ObjectOfEntry);
+    cell->second.index.reset();
+    if (cell->second.entries.empty())
     {
         cells.erase(cell);
     }
@@ -182,12 +185,29 @@ typename CSpatialHashContainer<T, Calculator>::TGrid & CSpatialHashContainer<T, 
     {
         Enter(*grid, object);
     }
+    IndexCrowdedCells(grid->multiCellObjects);
+    IndexCrowdedCells(grid->singleCellObjects);
     TGrid* present = nullptr;
     if (m_Grid.compare_exchange_strong(present, grid.get(), std::memory_order_acq_rel))
     {
         present = grid.release();
     }
     return *present;
+}
+
+template <typename T, typename Calculator>
+void CSpatialHashContainer<T, Calculator>::IndexCrowdedCells(CellMap & cells)
+{
+    for (auto & [id, cell] : cells)
+    {
+        if (IsIndexUsed(cell.entries.size() >= CrowdedEntryCount))
+        {
+            std::vector<CBoundingRect<int>> rects;
+            std::transform(cell.entries.begin(), cell.entries.end(), std::back_inserter(rects),
+                           [](TEntry const & entry) { return entry.rect; });
+            cell.index = std::make_shared<CCellIndex const>(rects);
+        }
+    }
 }
 
 template <typename T, typename Calculator>
@@ -255,7 +275,9 @@ void CSpatialHashContainer<T, Calculator>::EnterInCells(TGrid & grid, T* object,
     CellMap & map = IsSingleCell(cells) ? grid.singleCellObjects : grid.multiCellObjects;
     for (auto id = pass.GetNextCellId(); id != Calculator::EndOfCells; id = pass.GetNextCellId())
     {
-        map[id].push_back({pass.GetRect(), object});
+        TCell & cell = map[id];
+        cell.entries.push_back({pass.GetRect(), object});
+        cell.index.reset();
     }
 }
 
@@ -336,16 +358,31 @@ void CSpatialHashContainer<T, Calculator>::WalkCells(TGrid const & grid, Calcula
             }
         }
     };
+    auto const appendCell = [&](TCell const & cell, auto const & isWanted)
+    {
+        if (cell.index == nullptr)
+        {
+            append(cell.entries, isWanted);
+            return;
+        }
+        for (std::uint32_t const i : cell.index->Find(query))
+        {
+            if (isWanted(cell.entries[i].object))
+            {
+                out.push_back(cell.entries[i].object);
+            }
+        }
+    };
     auto const all = [](T*) { return true; };
     for (auto id = pass.GetNextCellId(); id != Calculator::EndOfCells; id = pass.GetNextCellId())
     {
         if (auto const cell = grid.multiCellObjects.find(id); cell != grid.multiCellObjects.end())
         {
-            append(cell->second, isNew);
+            appendCell(cell->second, isNew);
         }
         if (auto const cell = grid.singleCellObjects.find(id); cell != grid.singleCellObjects.end())
         {
-            append(cell->second, all);
+            appendCell(cell->second, all);
         }
     }
     append(grid.largeObjects, all);

@@ -66,7 +66,8 @@ private:
         OwningPolygonVector merged;     ///< outlines of the union, if they cross
         OwningPolygonVector holes;      ///< what is left of the holes of both
         std::vector<bool> isOutOfReach; ///< of each of them: a hole of the target that stays as it was
-        OwningPolygonVector islands;    ///< solid parts that stand apart from the target afterwards
+        CPolygon::EPolygonWinding winding = CPolygon::eWindingUnknown; ///< of the target, before
+        OwningPolygonVector islands; ///< solid parts that stand apart from the target afterwards
     };
 
     void GrowTarget();
@@ -81,6 +82,7 @@ private:
     void TakeOverUnion(OwningPolygonVector & merged, OwningPolygonVector & apart);
     void PutHolesBack(Candidate & candidate);
     void ReleaseIslands(PolygonVector & scan, OwningPolygonVector & islands);
+    void TurnHoles();
     void DropGaps();
     void OfferAgain(PolygonVector & from, std::size_t start, CBoundingRect<double> const & box);
 
@@ -133,7 +135,18 @@ void CMerger::GrowTarget()
         AppendPolygons(m_Group, m_Pending);
         AppendPolygons(m_Pending, m_Retest);
     }
+    TurnHoles();
     DropGaps();
+}
+
+/// Holes that no candidate came near may wind along an outline that was turned round.
+void CMerger::TurnHoles()
+{
+    CPolygon::EPolygonWinding const winding = CPolygonInternals::GetWindingDirection(Target());
+    for (CPolygon* hole : Target().GetHoles())
+    {
+        CPolygonInternals::TurnHole(*hole, winding);
+    }
 }
 
 void CMerger::TryCandidate(PolygonVector & scan, std::size_t index)
@@ -145,6 +158,7 @@ void CMerger::TryCandidate(PolygonVector & scan, std::size_t index)
         return;
     }
     Candidate candidate;
+    candidate.winding = CPolygonInternals::GetWindingDirection(Target());
     EClipResult const r = RunUnion(polygon, candidate.merged);
     if (!IsAnswer(r))
     {
@@ -248,13 +262,14 @@ bool CMerger::KeepHolesOfTarget(CPolygon const & polygon, EClipResult r, Candida
     OwningPolygonVector kept; // null for a hole that stays as it was
     for (std::size_t i = 0; i < holes.size(); ++i)
     {
-        CPolygon const* const hole = holes[i];
+        CPolygon* const hole = holes[i];
         if (!hole->GetBoundingRect().Overlaps(polygon.GetBoundingRect()))
         {
             kept.push_back(nullptr);
             continue;
         }
         OwningPolygonVector pieces;
+        CPolygonInternals::TurnHole(*hole, candidate.winding);
         EClipResult const v = SubtractFromHole(*hole, polygon, pieces, candidate);
         if (v == Clipper::eClipFailed)
         {
@@ -367,6 +382,13 @@ void CMerger::PutHolesBack(Candidate & candidate)
     }
     if (!candidate.islands.empty())
     {
+        for (std::size_t i = 0; i < candidate.isOutOfReach.size(); ++i)
+        {
+            if (candidate.isOutOfReach[i])
+            {
+                CPolygonInternals::TurnHole(*candidate.holes[i], candidate.winding);
+            }
+        }
         PolygonVector owners(candidate.islands);
         owners.push_back(&Target());
         AttachHolesToPolygons(owners, candidate.holes);
@@ -375,8 +397,12 @@ void CMerger::PutHolesBack(Candidate & candidate)
     for (std::size_t i = 0; i < candidate.holes.size(); ++i)
     {
         CPolygon*& hole = candidate.holes[i];
-        bool const isOutOfReach = i < candidate.isOutOfReach.size() && candidate.isOutOfReach[i];
-        if (isOutOfReach || Target().PolygonInPolygon(*hole) || Encloses(Target(), *hole))
+        if (i < candidate.isOutOfReach.size() && candidate.isOutOfReach[i])
+        {
+            CPolygonInternals::AddUnturnedHole(Target(), *hole);
+            hole = nullptr;
+        }
+        else if (Target().PolygonInPolygon(*hole) || Encloses(Target(), *hole))
         {
             CPolygonInternals::AddAsHole(Target(), *hole);
             hole = nullptr;
@@ -417,8 +443,13 @@ void CMerger::DropGaps()
 /// What was passed over may reach the target where it grew, within `box`.
 void CMerger::OfferAgain(PolygonVector & from, std::size_t start, CBoundingRect<double> const & box)
 {
+    constexpr std::size_t ahead = 16;
     for (std::size_t j = from.size(); j-- > start;)
     {
+        if (j >= start + ahead)
+        {
+            __builtin_prefetch(&from[j - ahead]->GetBoundingRect()); // they lie anywhere, and most of them apart
+        }
         if (box.Overlaps(from[j]->GetBoundingRect()))
         {
             MovePolygon(from, j, m_Retest);

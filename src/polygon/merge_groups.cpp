@@ -67,7 +67,7 @@ std::list<OwningPolygonVector> GroupPolygons(OwningPolygonVector & polygons)
         for (CPolygon* polygon : polygons)
         {
             auto helper = std::make_unique<Helper>(polygon);
-            hash.Add(helper.get());
+            hash.AddNew(helper.get());
             helper.release();
         }
         CreateOverlapVectors(hash, components);

@@ -82,7 +82,7 @@ struct CPolygonInternals
         return polygon.FindOutlineIndex(isWorthIt);
     }
     /// Gives `polygon` the outline of `source`: clones, or, where there is no user info to be cloned, the objects
-    /// themselves. The holes stay, and wind against it.
+    /// themselves. The holes stay, and may wind along it.
     static void TakeOverOutline(CPolygon & polygon, CPolygon & source)
     {
         auto const & objects = source.m_Outline;
@@ -103,9 +103,15 @@ struct CPolygonInternals
         polygon.m_BoundingRect = fresh.m_BoundingRect;
         polygon.m_WindingDirection = fresh.m_WindingDirection;
         fresh.m_WindingDirection = CPolygon::eWindingUnknown;
-        for (CPolygon* hole : polygon.GetHoles())
+    }
+    /// Turns a hole of `polygon` so that it winds against `winding`, that of an outline.
+    static void TurnHole(CPolygon & hole, CPolygon::EPolygonWinding winding)
+    {
+        CPolygon::EPolygonWinding const wrong =
+            winding == CPolygon::eWindingNegative ? CPolygon::eWindingNegative : CPolygon::eWindingPositive;
+        if (hole.GetWindingDirection() == wrong)
         {
-            polygon.SetCorrectHoleWinding(*hole);
+            hole.ReverseWindingDirection();
         }
     }
     /// Makes `polygon` what `source` is: a copy, or, where there is no user info to be cloned, `source` itself.
@@ -159,8 +165,9 @@ struct CPolygonInternals
     static void AddAsHole(CPolygon & polygon, CPolygon & hole)
     {
         polygon.SetCorrectHoleWinding(hole);
-        polygon.m_Holes.AddNew(&hole);
+        AddUnturnedHole(polygon, hole);
     }
+    static void AddUnturnedHole(CPolygon & polygon, CPolygon & hole) { polygon.m_Holes.AddNew(&hole); }
     static bool HandleSubtractResultPolygons(CPolygon const & polygon, PolygonVector & result,
                                              PolygonVector const & pieces, CPolygon const & clip,
                                              CPolygonClipBase<double>* clipper)

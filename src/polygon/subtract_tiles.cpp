@@ -358,7 +358,7 @@ bool SubtractInTiles(CPolygon const & subject, PolygonVector & result, PolygonRa
     for (CPolygon const* polygon : polygons)
     {
         auto copy = std::make_unique<CPolygon>(*polygon);
-        cutters.Add(copy.get());
+        cutters.AddNew(copy.get());
         copy.release();
         bounds.Include(polygon->GetBoundingRect());
     }

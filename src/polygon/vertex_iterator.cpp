@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "polygon/area.h"
+#include "polygon/polygon_tools.h"
 
 namespace geometry
 {
@@ -230,11 +231,7 @@ CPolygon::EPolygonWinding CPolygon::ReverseWindingDirection()
 
 void CPolygon::SetCorrectHoleWinding(CPolygon & hole) const
 {
-    EPolygonWinding const wrong = GetWindingDirection() == eWindingNegative ? eWindingNegative : eWindingPositive;
-    if (hole.GetWindingDirection() == wrong)
-    {
-        hole.ReverseWindingDirection();
-    }
+    CPolygonInternals::TurnHole(hole, GetWindingDirection());
 }
 
 } // namespace geometry

@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <unordered_map>
 #include <vector>
@@ -16,6 +17,7 @@
 namespace geometry
 {
 
+class CCellIndex;
 class GEOMETRY_EXPORT CPathObjectBase;
 class GEOMETRY_EXPORT CPolygon;
 
@@ -125,7 +127,12 @@ private:
         CBoundingRect<int> rect;
         T* object;
     };
-    using CellMap = std::unordered_map<std::uint32_t, std::vector<TEntry>>;
+    struct TCell
+    {
+        std::vector<TEntry> entries;
+        std::shared_ptr<CCellIndex const> index; // of many entries; void with every change; may be null
+    };
+    using CellMap = std::unordered_map<std::uint32_t, TCell>;
 
     struct TGrid
     {
@@ -139,6 +146,7 @@ private:
 
     TGrid & GetGrid() const;
     void Enter(TGrid & grid, T* object) const;
+    static void IndexCrowdedCells(CellMap & cells);
     static void EnterInCells(TGrid & grid, T* object, Calculator & pass);
     bool EraseFromCells(TGrid & grid, T* object, CBoundingRect<int> const & cells) const noexcept;
     template <typename IsNew>
