@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "arc/arc_geometry.h"
+#include "arc/sweep_kernels.h"
 #include "path/segment_kernels.h"
 
 namespace geometry
@@ -14,6 +16,23 @@ namespace
 constexpr double LargestReach = 1e15;
 constexpr double LargestMisfit = 0.01;  // of the radius, in coordinate units
 constexpr double SmallestRadius = 1e-6; // as a part of the coordinates of the centre
+constexpr double SmallestTurn = 1e-14;  // twice the area of start, mid-point, end and centre, as a part of a square
+
+/// An arc so short that the misfit of its ends turns them round can be read as nearly the whole circle, while its
+/// rectangle is that of a part: what the ray may cross lies below the rectangle then.
+bool IsReadBelowRect(CPathObjectArc const & arc)
+{
+    TPoint<double> const lowest(arc.GetCentre().x, arc.GetCentre().y - arc.GetRadius());
+    return IsPointInSweepByHalves(SweepOf(arc), lowest) && arc.GetBoundingRect().minY > lowest.y + 2.0 * LargestMisfit;
+}
+
+/// A repair moves the centre and leaves the rectangle.
+bool IsRectOutdated(CPathObjectArc const & arc)
+{
+    CBoundingRect<double> const & rect = arc.GetBoundingRect();
+    CBoundingRect<double> const anew = CalculateArcBoundingRect(SweepOf(arc));
+    return !(rect.minX == anew.minX && rect.minY == anew.minY && rect.maxX == anew.maxX && rect.maxY == anew.maxY);
+}
 
 } // namespace
 
@@ -25,7 +44,11 @@ bool IsSteadyArc(CPathObjectArc const & arc)
     auto const fits = [&](TPoint<double> const & p)
     { return std::fabs(std::sqrt(SquareDistance(p, centre)) - radius) <= LargestMisfit; };
     return radius > SmallestRadius * reach && reach + radius < LargestReach && fits(arc.GetStartPoint()) &&
-           fits(arc.GetEndPoint());
+           fits(arc.GetEndPoint()) &&
+           // moved and turned round, it finds its direction again
+           radius * std::sqrt(SquareDistance(arc.GetStartPoint(), arc.GetEndPoint())) >
+               SmallestTurn * (reach + radius) * (reach + radius) &&
+           !IsRectOutdated(arc) && !IsReadBelowRect(arc);
 }
 
 void CProbeAbscissas::Add(CPathObjectArc const & arc)

@@ -90,16 +90,14 @@ void CFold::FindRuns()
     std::vector<char> isKept(n, 0);
     for (std::size_t i = 0; i < n; ++i)
     {
-        if (!IsApart(facts[i].rect, m_Reach))
+        // what isn't steady may come near when it is moved
+        if (!IsApart(facts[i].rect, m_Reach) || !facts[i].isSteady ||
+            (m_IsShifted && !facts[i].isFirm && !StaysItself(i)))
         {
             for (std::size_t k = 0; k <= 2 * Neighbours; ++k)
             {
                 isKept[(i + n - Neighbours + k) % n] = 1;
             }
-        }
-        else if (!facts[i].isSteady || (m_IsShifted && !facts[i].isFirm && !StaysItself(i)))
-        {
-            isKept[i] = 1;
         }
         if (!facts[i].isApart)
         {

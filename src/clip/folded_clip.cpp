@@ -156,6 +156,11 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipGreinerHormannBased<T>::Ru
         }
         ++this->m_Attempts;
         ReadFolded(first, shiftIfAny);
+        if (!m_Fold->IsInWindow(TPoint<double>(m_ClipRect.minX, m_ClipRect.minY)) ||
+            !m_Fold->IsInWindow(TPoint<double>(m_ClipRect.maxX, m_ClipRect.maxY)))
+        {
+            break; // moved, a short arc of few digits may turn into the rest of its circle
+        }
         this->m_LargestShift = std::max(this->m_LargestShift, std::hypot(shift.x, shift.y));
         EClipResult const result = Execute();
         if (m_Fold->HasFailed() || !AreConnected(m_Results))

@@ -10,6 +10,7 @@
 #include <geometry/path/path_object_polyline.h>
 
 #include "clip/clipper.h"
+#include "clip/ring_index.h"
 #include "clip/ring_position.h"
 
 namespace geometry
@@ -310,8 +311,14 @@ void CDegenerateResolver::InsertBridge()
     std::unique_ptr<CPathObjectBase> counterpart(bridge->Clone());
     CPathObjectHolder* const x = InsertHolder(std::move(bridge), h, h->m_Previous, true);
     CPathObjectHolder* const y = InsertHolder(std::move(counterpart), b, b->m_Previous, true);
-    x->m_NewVertex = true;
-    y->m_NewVertex = true;
+    for (CPathObjectHolder* const holder : {x, y})
+    {
+        holder->m_NewVertex = true;
+        if (holder->m_RingIndex != nullptr)
+        {
+            holder->m_RingIndex->AddBridge(*holder->GetPathObject());
+        }
+    }
     x->m_Neighbour = isCrossed ? b : y;
     x->m_Neighbour->m_Neighbour = x;
     y->m_Neighbour = isCrossed ? h : x;

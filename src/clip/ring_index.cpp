@@ -6,6 +6,8 @@
 
 #include <geometry/arc/path_object_arc.h>
 
+#include "arc/arc_geometry.h"
+#include "arc/sweep_kernels.h"
 #include "path/segment_kernels.h"
 
 namespace geometry
@@ -32,6 +34,7 @@ CBoundingRect<double> RectWithRoom(CPathObjectBase const & object)
     {
         auto const & arc = static_cast<CPathObjectArc const &>(object);
         double const radius = arc.GetRadius();
+        rect.Include(CalculateArcBoundingRect(SweepOf(arc))); // a repair has left the old one
         double const toStart = std::sqrt(SquareDistance(arc.GetStartPoint(), arc.GetCentre()));
         double const toEnd = std::sqrt(SquareDistance(arc.GetEndPoint(), arc.GetCentre()));
         TPoint<double> const & centre = arc.GetCentre();
@@ -57,12 +60,21 @@ void CRingIndex::Serve(CPathObjectHolder* ring, CFold* fold)
     m_IsShort = false;
     m_Objects.clear();
     m_Index.reset();
+    m_Bridges.clear();
     CPathObjectHolder* holder = ring;
     do
     {
         holder->m_RingIndex = this;
         holder = holder->m_Next;
     } while (holder != ring);
+}
+
+void CRingIndex::AddBridge(CPathObjectBase const & bridge)
+{
+    if (m_Index != nullptr) // else it is found in the ring
+    {
+        m_Bridges.emplace(bridge.GetStartPoint().x, &bridge);
+    }
 }
 
 CChainIndex const* CRingIndex::FindIndex()

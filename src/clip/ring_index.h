@@ -1,6 +1,9 @@
 // Point questions to one ring, answered by a search instead of a walk once there are enough of them.
 #pragma once
 
+#include <algorithm>
+#include <cmath>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -13,13 +16,16 @@ namespace geometry
 {
 
 /// Serves one ring for one run, from the moment that its objects are cut. The holders know it; bridges that come later
-/// answer through it, too, and change no answer, since they lie on a vertex of the ring.
+/// answer through it, too. A point may lie on a bridge and not on the objects beside it: these begin at its point within
+/// tolerance only.
 class CRingIndex
 {
 public:
     /// Makes `ring` answer through this index. The index must live as long as the ring is asked, and so must `fold`, which
     /// answers for the folded runs of the ring; null if there are none.
     void Serve(CPathObjectHolder* ring, CFold* fold);
+    /// A bridge was linked into the ring, which must live as long as the ring is asked.
+    void AddBridge(CPathObjectBase const & bridge);
 
     /// The position of the point to the ring of `ring`, by the parity of the probe line. It lies on the ring if
     /// `holds(object)` says so of an object; only objects that pass within `extraRoom` of the point, or hold it within
@@ -41,6 +47,7 @@ public:
         if (index != nullptr)
         {
             isOdd = ring->m_RingIndex->Search(*index, point, extraRoom, visit) != isOdd;
+            isOn = isOn || ring->m_RingIndex->IsOnBridge(point, extraRoom, holds);
         }
         else
         {
@@ -83,6 +90,15 @@ private:
         return isOdd;
     }
 
+    template <typename Holds>
+    bool IsOnBridge(TPoint<double> const & point, double extraRoom, Holds const & holds) const
+    {
+        double const room = 2.0 * extraRoom + 1e-12 * std::fabs(point.x); // far above what `holds` tolerates
+        auto const end = m_Bridges.upper_bound(point.x + room);
+        return std::any_of(m_Bridges.lower_bound(point.x - room), end,
+                           [&](auto const & bridge) { return holds(*bridge.second); });
+    }
+
     CPathObjectHolder const* m_Ring = nullptr;
     CFold* m_Fold = nullptr; ///< not owned
     unsigned int m_Questions = 0;
@@ -92,6 +108,7 @@ private:
     std::vector<std::size_t> m_ArcsBefore;         ///< how many before each may do so near some abscissas
     CProbeAbscissas m_Abscissas;                   ///< these
     std::unique_ptr<CChainIndex> m_Index;          ///< over them; null until it pays
+    std::multimap<double, CPathObjectBase const*> m_Bridges; ///< that came after it, by their x; not owned
 };
 
 } // namespace geometry

@@ -149,6 +149,24 @@ void AppendHolderToResultRing(CPathObjectHolder const* holder, std::unique_ptr<C
     }
 }
 
+/// How many holders the objects of `holder` would be, one each.
+std::size_t StepsOf(CPathObjectHolder const* holder)
+{
+    return holder->m_Run == nullptr ? 1 : holder->m_Run->last - holder->m_Run->first;
+}
+
+std::size_t CountSteps(CPathObjectHolder const* ring)
+{
+    std::size_t count = 0;
+    CPathObjectHolder const* holder = ring;
+    do
+    {
+        count += StepsOf(holder);
+        holder = holder->m_Next;
+    } while (holder != ring);
+    return count;
+}
+
 /// Traces one result ring from `g` until the walk comes to a holder that was visited. False if it leads nowhere: an
 /// intersection without a neighbour, or more steps than there are holders.
 bool TraceRing(CPathObjectHolder* g, std::size_t stepsLeft, std::unique_ptr<CLinkedPathObject> & ring)
@@ -158,10 +176,11 @@ bool TraceRing(CPathObjectHolder* g, std::size_t stepsLeft, std::unique_ptr<CLin
         bool const isForward = g->m_Direction == eWalkForward;
         do
         {
-            if (stepsLeft-- == 0)
+            if (StepsOf(g) > stepsLeft)
             {
                 return false;
             }
+            stepsLeft -= StepsOf(g);
             if (isForward)
             {
                 AppendHolderToResultRing(g, ring, true);
@@ -187,7 +206,7 @@ bool TraceRing(CPathObjectHolder* g, std::size_t stepsLeft, std::unique_ptr<CLin
 
 bool TraceResultRings(CPathObjectHolder* subjectRing, CPathObjectHolder* clipRing, CLinkedPathObject*& results)
 {
-    std::size_t const holders = CountHolders(subjectRing) + CountHolders(clipRing);
+    std::size_t const holders = CountSteps(subjectRing) + CountSteps(clipRing);
     for (CPathObjectHolder* g = subjectRing->m_Next; g != subjectRing; g = g->m_Next)
     {
         if (!g->m_IsIntersection || g->m_Visited || g->m_Direction == eWalkUnmarked)

@@ -1,6 +1,7 @@
 #include "polygon/outline_facts.h"
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <numeric>
 
@@ -70,9 +71,24 @@ TObjectFacts Describe(CPathObjectBase const & object, TPoint<double> const & ori
     return facts;
 }
 
+/// About nearly one centre: an arc that isn't joined with its neighbour may be so with that and what came before it.
+bool AreNearlyOfOneCircle(CPathObjectBase const & object, CPathObjectBase const & next)
+{
+    CPathObjectArc const* const a = AsArc(object);
+    CPathObjectArc const* const b = AsArc(next);
+    if (a == nullptr || b == nullptr)
+    {
+        return false;
+    }
+    TPoint<double> const & c = a->GetCentre();
+    TPoint<double> const & d = b->GetCentre();
+    double const room = 1e-12 * std::max({std::fabs(c.x), std::fabs(c.y), std::fabs(d.x), std::fabs(d.y)});
+    return std::fabs(c.x - d.x) <= room && std::fabs(c.y - d.y) <= room;
+}
+
 bool AreApart(CPathObjectBase const & object, CPathObjectBase const & next)
 {
-    return object.GetEndPoint() == next.GetStartPoint() &&
+    return !AreNearlyOfOneCircle(object, next) && object.GetEndPoint() == next.GetStartPoint() &&
            std::unique_ptr<CPathObjectBase const>(object.Append(&next)) == nullptr;
 }
 
