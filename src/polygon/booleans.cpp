@@ -262,7 +262,9 @@ bool CPolygon::SubtractPolygon(std::vector<CPolygon*> & result, CPolygon const &
     DeletePolygons(result);
     std::unique_ptr<Clipper> const clipper(CreateClipper());
     PushPolygon(result, std::make_unique<CPolygon>(*this));
-    return SubtractPolygonRange(result, PolygonRange(1, &other), *clipper) != Clipper::eClipFailed;
+    bool const isDone = SubtractPolygonRange(result, PolygonRange(1, &other), *clipper) != Clipper::eClipFailed;
+    CPolygonInternals::ForgetFacts(result);
+    return isDone;
 }
 
 bool CPolygon::IntersectPolygon(std::vector<CPolygon*> & result, CPolygon const & other) const

@@ -48,6 +48,7 @@ void CPolygon::GetInflatedPolygon(std::vector<CPolygon*> & result, double amount
         std::unique_ptr<Clipper> const clipper(CreateClipper());
         MergeRangeCompletely(*this, result, range, *clipper);
     }
+    CPolygonInternals::ForgetFacts(result);
 }
 
 } // namespace geometry

@@ -81,7 +81,9 @@ EClipResult MergePolygonRangeRestricted(CPolygon const & polygon, PolygonVector 
 bool CPolygon::MergePolygon(std::vector<CPolygon*> & result, CPolygon const & other) const
 {
     std::unique_ptr<Clipper> const clipper(CreateClipper());
-    return MergePolygonRange(*this, result, PolygonRange(1, &other), *clipper) != Clipper::eClipFailed;
+    bool const isDone = MergePolygonRange(*this, result, PolygonRange(1, &other), *clipper) != Clipper::eClipFailed;
+    CPolygonInternals::ForgetFacts(result);
+    return isDone;
 }
 
 bool CPolygon::MergePolygons(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons)
@@ -105,6 +107,7 @@ bool CPolygon::MergePolygons(std::vector<CPolygon*> & result, std::vector<CPolyg
     {
         DeletePolygons(merged);
     }
+    CPolygonInternals::ForgetFacts(merged);
     result.swap(merged); // what it held goes with `merged`
     return !lostHoles;
 }

@@ -76,7 +76,19 @@ struct CPolygonInternals
         polygon.InitializeWithPolygon(other);
     }
     /// For those who change the shape of objects in an outline.
-    static void ClearOutlineCache(CPolygon & polygon) { polygon.ClearOutlineCache(); }
+    static void ClearOutlineCache(CPolygon & polygon)
+    {
+        polygon.ClearOutlineCache();
+        polygon.m_Facts.reset();
+    }
+    /// For results that leave the library: the facts have served.
+    static void ForgetFacts(PolygonVector const & polygons)
+    {
+        for (CPolygon* polygon : polygons)
+        {
+            polygon->m_Facts.reset();
+        }
+    }
     static COutlineIndex const* FindOutlineIndex(CPolygon const & polygon, bool isWorthIt)
     {
         return polygon.FindOutlineIndex(isWorthIt);

@@ -401,6 +401,7 @@ bool CPolygon::SubtractPolygons(std::vector<CPolygon*> & result, std::vector<CPo
     {
         DeletePolygons(pieces);
     }
+    CPolygonInternals::ForgetFacts(pieces);
     result.swap(pieces); // what it held goes with `pieces`
     return isDone;
 }
