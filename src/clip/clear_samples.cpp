@@ -4,6 +4,9 @@
 
 #include <algorithm>
 
+#include <geometry/arc/path_object_arc.h>
+
+#include "arc/arc_geometry.h"
 #include "clip/ring_index.h"
 #include "path/segment_kernels.h"
 
@@ -51,15 +54,11 @@ bool MeetsOtherRing(CPathObjectHolder const* holder)
     return holder->HasIntersectionHistory() || holder->m_NewVertex;
 }
 
-/// A point on the segment or chord `i` of the object; the chords of an arc cut its corners, their ends lie on it.
-TPoint<double> SampleOf(CPathObjectBase const & object, std::ptrdiff_t i, bool isArc)
+/// A point on the segment `i` of the object.
+TPoint<double> SampleOf(CPathObjectBase const & object, std::ptrdiff_t i)
 {
     TPoint<double> const & a = object.GetPointsBegin()[i];
     TPoint<double> const & b = object.GetPointsBegin()[i + 1];
-    if (isArc)
-    {
-        return i == 0 ? b : a;
-    }
     return TPoint<double>(a.x + sampleFraction * (b.x - a.x), a.y + sampleFraction * (b.y - a.y));
 }
 
@@ -67,8 +66,7 @@ TPoint<double> SampleOf(CPathObjectBase const & object, std::ptrdiff_t i, bool i
 bool SamplesAgree(CPathObjectHolder const* holder, CPathObjectHolder const* other, EPointPosition side)
 {
     CPathObjectBase const & object = *holder->GetPathObject();
-    std::ptrdiff_t const segments = object.GetPointsEnd() - object.GetPointsBegin() - 1;
-    if (object.IsDegenerate() || segments < 1)
+    if (object.IsDegenerate())
     {
         return true;
     }
@@ -77,13 +75,18 @@ bool SamplesAgree(CPathObjectHolder const* holder, CPathObjectHolder const* othe
         EPointPosition const position = LocateClearly(point, other, isArc);
         return position != EPointPosition::eOnRing && position != side;
     };
-    bool const isArc = !object.CanAppendVertex();
-    if (isArc && contradicts(object.GetInbetweenPoint(), isArc))
+    if (!object.CanAppendVertex())
     {
-        return false;
+        // the chords cut the corners of the arc, their ends lie on it
+        TInnerChordPoints const points =
+            object.IsValid() ? FindInnerChordPoints(static_cast<CPathObjectArc const &>(object)) : TInnerChordPoints();
+        return points.chords == 0 ||
+               (!contradicts(object.GetInbetweenPoint(), true) && !contradicts(points.second, true) &&
+                (points.chords == 1 || !contradicts(points.lastButOne, true)));
     }
-    return !contradicts(SampleOf(object, 0, isArc), isArc) &&
-           (segments == 1 || !contradicts(SampleOf(object, segments - 1, isArc), isArc));
+    std::ptrdiff_t const segments = object.GetPointsEnd() - object.GetPointsBegin() - 1;
+    return segments < 1 || (!contradicts(SampleOf(object, 0), false) &&
+                            (segments == 1 || !contradicts(SampleOf(object, segments - 1), false)));
 }
 
 } // namespace
