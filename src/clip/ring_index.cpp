@@ -57,6 +57,7 @@ void CRingIndex::Serve(CPathObjectHolder* ring, CFold* fold)
     m_IsShort = false;
     m_Objects.clear();
     m_Index.reset();
+    m_Focus.Reset();
     CPathObjectHolder* holder = ring;
     do
     {
@@ -102,6 +103,7 @@ void CRingIndex::CountIrregular()
     m_IrregularBefore.assign(1, 0);
     m_ArcsBefore.assign(1, 0);
     m_Abscissas = CProbeAbscissas();
+    m_StartX.clear();
     for (std::size_t i = 0; i < m_Objects.size(); ++i)
     {
         CPathObjectBase const & object = *m_Objects[i];
@@ -111,6 +113,7 @@ void CRingIndex::CountIrregular()
             IsExactlyEqual(object.GetEndPoint(), m_Objects[(i + 1) % m_Objects.size()]->GetStartPoint()) &&
             (!isArc || (!(object.GetStartPoint() == object.GetEndPoint()) &&
                         IsSteadyArc(static_cast<CPathObjectArc const &>(object))));
+        m_StartX.push_back(object.GetStartPoint().x);
         m_IrregularBefore.push_back(m_IrregularBefore.back() + (isTold ? 0 : 1));
         m_ArcsBefore.push_back(m_ArcsBefore.back() + (isTold && isArc ? 1 : 0));
         if (isTold && isArc)
@@ -128,8 +131,9 @@ bool CRingIndex::IsRangeCrossed(std::size_t first, std::size_t last, TPoint<doub
     if (m_IrregularBefore[last] == m_IrregularBefore[first] &&
         (m_ArcsBefore[last] == m_ArcsBefore[first] || !m_Abscissas.IsNear(point.x)))
     {
-        return IsClearlyLess(point.x, m_Objects[first]->GetStartPoint().x) !=
-               IsClearlyLess(point.x, m_Objects[last - 1]->GetEndPoint().x);
+        // the last one ends where the next one begins
+        return IsClearlyLess(point.x, m_StartX[first]) !=
+               IsClearlyLess(point.x, m_StartX[last < m_StartX.size() ? last : 0]);
     }
     bool isOdd = false;
     for (std::size_t i = first; i < last; ++i)
@@ -137,6 +141,36 @@ bool CRingIndex::IsRangeCrossed(std::size_t first, std::size_t last, TPoint<doub
         isOdd = isOdd != IsProbeCountOdd(*m_Objects[i], point);
     }
     return isOdd;
+}
+
+void CRingIndex::Focus(CPathObjectHolder const* ring, CBoundingRect<double> const & rect)
+{
+    if (ring->m_RingIndex != nullptr && ring->m_RingIndex->m_Index != nullptr)
+    {
+        ring->m_RingIndex->LookUp(*ring->m_RingIndex->m_Index, rect);
+    }
+}
+
+/// What is passed or taken for the whole rectangle is so for each point in it. Where much is left, the search for single
+/// points is better.
+void CRingIndex::LookUp(CChainIndex const & index, CBoundingRect<double> const & rect)
+{
+    m_Focus = rect;
+    m_Above.clear();
+    m_Nearby.clear();
+    index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, rect, FocusRoom); },
+               [&](std::size_t i)
+               {
+                   m_Nearby.push_back({index.GetRect(i), i});
+                   return m_Nearby.size() < MaxNearby;
+               },
+               [&](std::size_t first, std::size_t last) {
+                   m_Above.push_back({first, last});
+               });
+    if (m_Nearby.size() + m_Above.size() >= MaxNearby)
+    {
+        m_Focus.Reset();
+    }
 }
 
 } // namespace geometry

@@ -49,8 +49,15 @@ public:
         return isOn ? EPointPosition::eOnRing : isOdd ? EPointPosition::eInside : EPointPosition::eOutside;
     }
 
+    /// The questions to come are about points in `rect`, most of them: what these can find is looked up once.
+    static void Focus(CPathObjectHolder const* ring, CBoundingRect<double> const & rect);
+
 private:
+    static constexpr double FocusRoom = 0.1; ///< the most that a question may ask for
+    static constexpr std::size_t MaxNearby = 64;
+
     CChainIndex const* FindIndex();
+    void LookUp(CChainIndex const & index, CBoundingRect<double> const & rect);
     void CountIrregular();
     bool IsRangeCrossed(std::size_t first, std::size_t last, TPoint<double> const & point) const;
 
@@ -64,24 +71,64 @@ private:
         }
     }
 
+    /// What is to be done with the objects in a rectangle for all points in `at`, with `room` around them.
+    static CChainIndex::EAction Classify(CBoundingRect<double> const & r, CBoundingRect<double> const & at, double room)
+    {
+        bool const isApart = at.maxX < r.minX - room || at.minX > r.maxX + room || at.minY > r.maxY + room;
+        return isApart                   ? CChainIndex::EAction::ePass
+               : at.maxY < r.minY - room ? CChainIndex::EAction::eTake
+                                         : CChainIndex::EAction::eOpen;
+    }
+
+    bool IsInFocus(TPoint<double> const & point, double extraRoom) const
+    {
+        return m_Focus.minX <= point.x && point.x <= m_Focus.maxX && m_Focus.minY <= point.y &&
+               point.y <= m_Focus.maxY && extraRoom <= FocusRoom;
+    }
+
     /// Visits the objects that aren't told by their rectangles; the parity of the others.
     template <typename Visit>
     bool Search(CChainIndex const & index, TPoint<double> const & point, double extraRoom, Visit const & visit) const
     {
         bool isOdd = false;
-        index.Walk(
-            [&](CBoundingRect<double> const & r)
+        CBoundingRect<double> const at(point, point);
+        auto const take = [&](std::size_t first, std::size_t last)
+        { isOdd = isOdd != IsRangeCrossed(first, last, point); };
+        if (!IsInFocus(point, extraRoom))
+        {
+            index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, at, extraRoom); },
+                       [&](std::size_t i) { return visit(*m_Objects[i]); }, take);
+            return isOdd;
+        }
+        for (TRange const & range : m_Above)
+        {
+            take(range.first, range.last);
+        }
+        for (TNearby const & nearby : m_Nearby)
+        {
+            CChainIndex::EAction const action = Classify(nearby.rect, at, extraRoom);
+            if (action == CChainIndex::EAction::eTake)
             {
-                bool const isApart =
-                    point.x < r.minX - extraRoom || point.x > r.maxX + extraRoom || point.y > r.maxY + extraRoom;
-                return isApart                        ? CChainIndex::EAction::ePass
-                       : point.y < r.minY - extraRoom ? CChainIndex::EAction::eTake
-                                                      : CChainIndex::EAction::eOpen;
-            },
-            [&](std::size_t i) { return visit(*m_Objects[i]); },
-            [&](std::size_t first, std::size_t last) { isOdd = isOdd != IsRangeCrossed(first, last, point); });
+                take(nearby.object, nearby.object + 1);
+            }
+            else if (action == CChainIndex::EAction::eOpen && !visit(*m_Objects[nearby.object]))
+            {
+                break;
+            }
+        }
         return isOdd;
     }
+
+    struct TRange
+    {
+        std::size_t first;
+        std::size_t last;
+    };
+    struct TNearby
+    {
+        CBoundingRect<double> rect;
+        std::size_t object;
+    };
 
     CPathObjectHolder const* m_Ring = nullptr;
     CFold* m_Fold = nullptr; ///< not owned
@@ -91,7 +138,11 @@ private:
     std::vector<std::size_t> m_IrregularBefore;    ///< how many before each may count otherwise than by their ends
     std::vector<std::size_t> m_ArcsBefore;         ///< how many before each may do so near some abscissas
     CProbeAbscissas m_Abscissas;                   ///< these
+    std::vector<double> m_StartX;                  ///< where each begins
     std::unique_ptr<CChainIndex> m_Index;          ///< over them; null until it pays
+    CBoundingRect<double> m_Focus;                 ///< what was looked up for all points in here; may be empty:
+    std::vector<TRange> m_Above;                   ///< objects that lie above
+    std::vector<TNearby> m_Nearby;                 ///< objects to be looked at, a few
 };
 
 } // namespace geometry
