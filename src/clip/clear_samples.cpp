@@ -3,6 +3,7 @@
 #include "clip/clear_samples.h"
 
 #include <algorithm>
+#include <array>
 
 #include <geometry/arc/path_object_arc.h>
 
@@ -138,22 +139,43 @@ bool HasMisreadArc(CPathObjectHolder const* ring)
 namespace
 {
 
-/// Even-odd over all result rings, folded runs left out.
-bool IsInResult(TPoint<double> const & point, CLinkedPathObject const* results)
+constexpr std::size_t pointCount = 8;
+using ProofPoints = std::array<TPoint<double>, pointCount>;
+
+/// Multiples of these two numbers, less their integers, spread evenly over the unit square.
+ProofPoints SpreadPoints(CBoundingRect<double> const & rect)
 {
-    bool isOdd = false;
+    constexpr double stepX = 0.7548776662466927;
+    constexpr double stepY = 0.5698402909980532;
+    ProofPoints points;
+    for (int i = 1; i <= static_cast<int>(pointCount); ++i)
+    {
+        points[static_cast<std::size_t>(i - 1)] =
+            TPoint<double>(rect.minX + (i * stepX - static_cast<int>(i * stepX)) * (rect.maxX - rect.minX),
+                           rect.minY + (i * stepY - static_cast<int>(i * stepY)) * (rect.maxY - rect.minY));
+    }
+    return points;
+}
+
+/// Which points are in the result: even-odd over all result rings, folded runs left out. One walk: there may be many.
+std::array<bool, pointCount> LocateInResult(ProofPoints const & points, CLinkedPathObject const* results)
+{
+    std::array<bool, pointCount> isOdd{};
     for (CLinkedPathObject const* ring = results; ring != nullptr; ring = ring->m_NextRing)
     {
         for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
         {
-            isOdd = isOdd != (element->m_Run == nullptr && IsProbeCountOdd(*element->m_PathObject, point));
+            for (std::size_t i = 0; element->m_Run == nullptr && i < pointCount; ++i)
+            {
+                isOdd[i] = isOdd[i] != IsProbeCountOdd(*element->m_PathObject, points[i]);
+            }
         }
     }
     return isOdd;
 }
 
 /// Away from the clip, the result is what the subject is, or nothing. Folded runs count on both sides or on none.
-bool IsPlausibleAway(TPoint<double> const & point, CLinkedPathObject const* results, CPathObjectHolder const* subject,
+bool IsPlausibleAway(TPoint<double> const & point, bool isInResult, CPathObjectHolder const* subject,
                      CPathObjectHolder const* clip, bool isSubjectKept)
 {
     EPointPosition const inClip = LocateClearly(point, clip, false);
@@ -165,7 +187,7 @@ bool IsPlausibleAway(TPoint<double> const & point, CLinkedPathObject const* resu
         holder = holder->m_Next;
     } while (holder != subject);
     return inClip == EPointPosition::eOnRing ||
-           (inClip == EPointPosition::eOutside && IsInResult(point, results) == (isSubjectKept && isOdd));
+           (inClip == EPointPosition::eOutside && isInResult == (isSubjectKept && isOdd));
 }
 
 } // namespace
@@ -174,18 +196,15 @@ bool IsResultPlausible(CLinkedPathObject const* results, CPathObjectHolder const
                        CPathObjectHolder const* clip, CBoundingRect<double> const & rect,
                        bool (*isMember)(bool inSubject, bool inClip), CFold* fold)
 {
-    // multiples of these two numbers, less their integers, spread evenly over the unit square
-    constexpr double stepX = 0.7548776662466927;
-    constexpr double stepY = 0.5698402909980532;
-    constexpr int pointCount = 8;
+    ProofPoints const points = SpreadPoints(rect);
+    std::array<bool, pointCount> const isInResult = LocateInResult(points, results);
     bool const isSubjectKept = isMember(true, false);
-    for (int i = 1; i <= pointCount; ++i)
+    for (std::size_t i = 0; i < pointCount; ++i)
     {
-        TPoint<double> const point(rect.minX + (i * stepX - static_cast<int>(i * stepX)) * (rect.maxX - rect.minX),
-                                   rect.minY + (i * stepY - static_cast<int>(i * stepY)) * (rect.maxY - rect.minY));
+        TPoint<double> const & point = points[i];
         if (fold != nullptr && !fold->IsInWindow(point))
         {
-            if (!IsPlausibleAway(point, results, subject, clip, isSubjectKept))
+            if (!IsPlausibleAway(point, isInResult[i], subject, clip, isSubjectKept))
             {
                 fold->Fail(); // unless the point is near a folded object
                 return false;
@@ -198,7 +217,7 @@ bool IsResultPlausible(CLinkedPathObject const* results, CPathObjectHolder const
         bool const isInRuns = fold != nullptr && isSubjectKept && fold->IsProbeCountOdd(point);
         if (inClip != EPointPosition::eOnRing &&
             isMember(inSubject == EPointPosition::eInside, inClip == EPointPosition::eInside) !=
-                (IsInResult(point, results) != isInRuns))
+                (isInResult[i] != isInRuns))
         {
             return false;
         }

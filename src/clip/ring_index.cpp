@@ -126,10 +126,11 @@ void CRingIndex::CountIrregular()
 
 /// Objects above the point: those that run into each other exactly count by the sides of their two ends, arcs too, except
 /// near some abscissas.
-bool CRingIndex::IsRangeCrossed(std::size_t first, std::size_t last, TPoint<double> const & point) const
+bool CRingIndex::IsRangeCrossed(std::size_t first, std::size_t last, CProbe & probe) const
 {
+    TPoint<double> const & point = probe.GetPoint();
     if (m_IrregularBefore[last] == m_IrregularBefore[first] &&
-        (m_ArcsBefore[last] == m_ArcsBefore[first] || !m_Abscissas.IsNear(point.x)))
+        (m_ArcsBefore[last] == m_ArcsBefore[first] || !probe.IsNearAbscissa()))
     {
         // the last one ends where the next one begins
         return IsClearlyLess(point.x, m_StartX[first]) !=

@@ -59,7 +59,28 @@ private:
     CChainIndex const* FindIndex();
     void LookUp(CChainIndex const & index, CBoundingRect<double> const & rect);
     void CountIrregular();
-    bool IsRangeCrossed(std::size_t first, std::size_t last, TPoint<double> const & point) const;
+
+    /// A point, and whether it is near abscissas at which arcs need care: looked up at most once.
+    class CProbe
+    {
+    public:
+        CProbe(TPoint<double> const & point, CProbeAbscissas const & abscissas) : m_Point(point), m_Abscissas(abscissas)
+        {
+        }
+        TPoint<double> const & GetPoint() const { return m_Point; }
+        bool IsNearAbscissa()
+        {
+            m_Near = m_Near < 0 ? (m_Abscissas.IsNear(m_Point.x) ? 1 : 0) : m_Near;
+            return m_Near == 1;
+        }
+
+    private:
+        TPoint<double> const & m_Point;
+        CProbeAbscissas const & m_Abscissas;
+        int m_Near = -1; ///< not yet known
+    };
+
+    bool IsRangeCrossed(std::size_t first, std::size_t last, CProbe & probe) const;
 
     template <typename Visit>
     static void WalkRing(CPathObjectHolder const* ring, Visit const & visit)
@@ -91,9 +112,10 @@ private:
     bool Search(CChainIndex const & index, TPoint<double> const & point, double extraRoom, Visit const & visit) const
     {
         bool isOdd = false;
+        CProbe probe(point, m_Abscissas);
         CBoundingRect<double> const at(point, point);
         auto const take = [&](std::size_t first, std::size_t last)
-        { isOdd = isOdd != IsRangeCrossed(first, last, point); };
+        { isOdd = isOdd != IsRangeCrossed(first, last, probe); };
         if (!IsInFocus(point, extraRoom))
         {
             index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, at, extraRoom); },

@@ -106,10 +106,12 @@ CPathObjectBase::EPathSplitResult CPathObjectPolyline::DetermineSplitPositions(C
 
 void CPathObjectPolyline::AppendVertexRange(PointIterator first, PointIterator last)
 {
+    m_Points.insert(m_Points.end(), first, last);
     for (; first != last; ++first)
     {
-        AddVertex(first->x, first->y);
+        m_BoundingRect.Include(*first);
     }
+    m_SegmentIndex.Clear();
 }
 
 void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vector<SplitPiece> & pieces) const
@@ -123,10 +125,11 @@ void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vec
     bool hasLast = false;
     bool lastAtVertex = false;
 
-    auto const newPiece = [&]
+    auto const newPiece = [&](PointIterator behind)
     {
         auto piece = std::make_unique<CPathObjectPolyline>();
         piece->SetUserInfo(CloneUserInfo());
+        piece->m_Points.reserve(static_cast<std::size_t>(behind - cur) + 2); // and the two cuts
         if (hasLast && !lastAtVertex)
         {
             piece->AddVertex(last.x, last.y);
@@ -154,7 +157,7 @@ void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vec
             bool const isAtVertex = p == *start && (i == 0 || !(p == last));
             if (!isAtVertex)
             {
-                auto piece = newPiece();
+                auto piece = newPiece(end);
                 piece->AppendVertexRange(cur, end);
                 piece->AddVertex(p.x, p.y);
                 finishPiece(std::move(piece));
@@ -162,7 +165,7 @@ void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vec
             }
             else if (start != m_Points.begin())
             {
-                auto piece = newPiece();
+                auto piece = newPiece(end);
                 piece->AppendVertexRange(cur, end);
                 finishPiece(std::move(piece));
                 cur = start;
@@ -172,7 +175,7 @@ void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vec
             last = p;
         }
     }
-    auto piece = newPiece();
+    auto piece = newPiece(m_Points.end());
     piece->AppendVertexRange(cur, m_Points.end());
     finishPiece(std::move(piece));
 }
