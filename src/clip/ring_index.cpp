@@ -56,12 +56,14 @@ void CRingIndex::Serve(CPathObjectHolder* ring, CFold* fold)
     m_Questions = 0;
     m_IsShort = false;
     m_Objects.clear();
+    m_Count = 0;
     m_Index.reset();
     m_Focus.Reset();
     CPathObjectHolder* holder = ring;
     do
     {
         holder->m_RingIndex = this;
+        ++m_Count;
         holder = holder->m_Next;
     } while (holder != ring);
 }
@@ -77,6 +79,7 @@ CChainIndex const* CRingIndex::FindIndex()
     {
         return nullptr;
     }
+    m_Objects.reserve(m_Count);
     CPathObjectHolder const* holder = m_Ring;
     do
     {
@@ -104,6 +107,9 @@ void CRingIndex::CountIrregular()
     m_ArcsBefore.assign(1, 0);
     m_Abscissas = CProbeAbscissas();
     m_StartX.clear();
+    m_StartX.reserve(m_Objects.size());
+    m_IrregularBefore.reserve(m_Objects.size() + 1);
+    m_ArcsBefore.reserve(m_Objects.size() + 1);
     for (std::size_t i = 0; i < m_Objects.size(); ++i)
     {
         CPathObjectBase const & object = *m_Objects[i];
@@ -146,9 +152,15 @@ bool CRingIndex::IsRangeCrossed(std::size_t first, std::size_t last, CProbe & pr
 
 void CRingIndex::Focus(CPathObjectHolder const* ring, CBoundingRect<double> const & rect)
 {
-    if (ring->m_RingIndex != nullptr && ring->m_RingIndex->m_Index != nullptr)
+    CRingIndex* const self = ring->m_RingIndex;
+    if (self == nullptr || rect.minX > rect.maxX)
     {
-        ring->m_RingIndex->LookUp(*ring->m_RingIndex->m_Index, rect);
+        return;
+    }
+    self->m_Questions += QuestionsBeforeIndex - 1; // so many come at least
+    if (CChainIndex const* const index = self->FindIndex())
+    {
+        self->LookUp(*index, rect);
     }
 }
 

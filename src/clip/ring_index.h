@@ -49,7 +49,8 @@ public:
         return isOn ? EPointPosition::eOnRing : isOdd ? EPointPosition::eInside : EPointPosition::eOutside;
     }
 
-    /// The questions to come are about points in `rect`, most of them: what these can find is looked up once.
+    /// Several questions to come are about points in `rect`: what these can find is looked up once. An empty rectangle
+    /// does nothing.
     static void Focus(CPathObjectHolder const* ring, CBoundingRect<double> const & rect);
 
 private:
@@ -155,6 +156,7 @@ private:
     CPathObjectHolder const* m_Ring = nullptr;
     CFold* m_Fold = nullptr; ///< not owned
     unsigned int m_Questions = 0;
+    std::size_t m_Count = 0;                       ///< of holders, when the service began
     bool m_IsShort = false;                        ///< too few objects for an index
     std::vector<CPathObjectBase const*> m_Objects; ///< of the ring; not owned
     std::vector<std::size_t> m_IrregularBefore;    ///< how many before each may count otherwise than by their ends
