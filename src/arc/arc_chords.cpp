@@ -3,8 +3,11 @@
 // All circles share one grid of 64 directions. The grid points of the whole circle are built from one octant by
 // mirroring; those within the sweep are selected as one stretch of the ring; the exact ends are put in front and behind.
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <cstddef>
 #include <memory>
+#include <utility>
 
 #include <geometry/arc/path_object_arc.h>
 
@@ -22,45 +25,74 @@ constexpr double GridStep = 0.09817477042468103; // radians: pi / 32
 constexpr int StepsInOctant = 8;
 constexpr std::size_t ClosedGridSize = 65;
 
-/// Appends the mirror images of the present points, from the last but one back to the first.
-template <typename Mirror>
-void AppendMirrored(Points & points, Mirror const & mirror)
+/// Cosine and sine of the grid directions of the first octant.
+std::array<TPoint<double>, StepsInOctant + 1> const & Octant()
 {
-    for (std::size_t i = points.size() - 1; i-- > 0;)
+    static auto const octant = []
     {
-        TPoint<double> const point = points[i];
-        points.push_back(mirror(point));
-    }
+        std::array<TPoint<double>, StepsInOctant + 1> points;
+        for (int i = 1; i <= StepsInOctant; ++i)
+        {
+            points[static_cast<std::size_t>(i)] = TPoint<double>(std::cos(i * GridStep), std::sin(i * GridStep));
+        }
+        return points;
+    }();
+    return octant;
 }
 
 /// The whole circle from its rightmost point counter-clockwise back to it; the centre alone if there is no radius.
-Points BuildCirclePoints(TPoint<double> const & c, double r)
+class CCirclePoints
 {
-    Points points;
-    if (r <= 0.0)
+public:
+    CCirclePoints(TPoint<double> const & c, double r)
     {
-        points.push_back(c);
-        return points;
+        if (r <= 0.0)
+        {
+            Add(c.x, c.y);
+            return;
+        }
+        Add(r, 0.0);
+        for (std::size_t i = 1; i <= StepsInOctant; ++i)
+        {
+            Add(r * Octant()[i].x, r * Octant()[i].y);
+        }
+        AddMirrored([this](TPoint<double> const & p) { Add(p.y, p.x); });
+        AddMirrored([this](TPoint<double> const & p) { Add(-p.x, p.y); });
+        AddMirrored([this](TPoint<double> const & p) { Add(p.x, -p.y); });
+        for (TPoint<double> & point : m_Points)
+        {
+            point.x += c.x;
+            point.y += c.y;
+        }
     }
-    points.reserve(ClosedGridSize);
-    points.emplace_back(r, 0.0);
-    for (int i = 1; i <= StepsInOctant; ++i)
+
+    std::size_t size() const { return m_Size; }
+    void pop_back() { --m_Size; }
+    TPoint<double> const & operator[](std::size_t i) const { return m_Points[i]; }
+
+private:
+    void Add(double x, double y)
     {
-        points.emplace_back(r * std::cos(i * GridStep), r * std::sin(i * GridStep));
+        m_Points[m_Size].x = x;
+        m_Points[m_Size++].y = y;
     }
-    AppendMirrored(points, [](TPoint<double> const & p) { return TPoint<double>(p.y, p.x); });
-    AppendMirrored(points, [](TPoint<double> const & p) { return TPoint<double>(-p.x, p.y); });
-    AppendMirrored(points, [](TPoint<double> const & p) { return TPoint<double>(p.x, -p.y); });
-    for (TPoint<double> & point : points)
+
+    /// `add` is called with the present points, from the last but one back to the first.
+    template <typename AddMirror>
+    void AddMirrored(AddMirror const & add)
     {
-        point.x += c.x;
-        point.y += c.y;
+        for (std::size_t i = m_Size - 1; i-- > 0;)
+        {
+            add(m_Points[i]);
+        }
     }
-    return points;
-}
+
+    std::array<TPoint<double>, ClosedGridSize> m_Points;
+    std::size_t m_Size = 0;
+};
 
 /// Index of the grid point that follows `A` where all grid points lie in the sweep; the size of the ring if none does.
-std::size_t FindFirstAfterStart(Sweep const & sweep, Points const & ring)
+std::size_t FindFirstAfterStart(Sweep const & sweep, CCirclePoints const & ring)
 {
     std::size_t found = ring.size();
     double best = 0.0;
@@ -82,70 +114,106 @@ std::size_t FindFirstAfterStart(Sweep const & sweep, Points const & ring)
     return found;
 }
 
-/// The stretch of the ring that lies in the sweep, in counter-clockwise order.
-Points SelectArcPoints(Sweep const & sweep, Points const & ring)
+/// The chain of chords of a sweep: a stretch of the grid of its circle, in counter-clockwise order, and the two ends
+/// where they aren't on it.
+class CChordChain
 {
-    std::size_t const n = ring.size();
-    if (n == 0)
+public:
+    explicit CChordChain(Sweep const & sweep)
+        : m_A(sweep.A), m_B(sweep.B), m_Ring(sweep.C, CalculateArcRadius(sweep.A, sweep.B, sweep.C))
     {
-        return {};
-    }
-    bool inside = IsPointInSweep(sweep, ring[n - 1]);
-    std::size_t entry = n;
-    std::size_t exit = n;
-    for (std::size_t i = 0; i < n && (entry == n || exit == n); ++i)
-    {
-        bool const isIn = IsPointInSweep(sweep, ring[i]);
-        if (isIn != inside)
+        if (IsExactlyEqual(m_A, m_B))
         {
-            (isIn ? entry : exit) = i;
-            inside = isIn;
+            m_Selected = m_Ring.size();
+            return;
+        }
+        m_Ring.pop_back();
+        SelectStretch(sweep);
+        m_BeginsAtA = m_Selected == 0 || (m_Ring[m_First].x != m_A.x && m_Ring[m_First].y != m_A.y);
+        bool const startIsOffCentre = m_A.x != sweep.C.x && m_A.y != sweep.C.y;
+        m_EndsAtB = (size() < 2 && startIsOffCentre) || !IsExactlyEqual((*this)[size() - 1], m_B);
+    }
+
+    std::size_t size() const { return (m_BeginsAtA ? 1U : 0U) + m_Selected + (m_EndsAtB ? 1U : 0U); }
+
+    TPoint<double> const & operator[](std::size_t i) const
+    {
+        if (m_BeginsAtA && i == 0)
+        {
+            return m_A;
+        }
+        std::size_t const k = i - (m_BeginsAtA ? 1U : 0U);
+        return k < m_Selected ? m_Ring[(m_First + k) % m_Ring.size()] : m_B;
+    }
+
+private:
+    /// Finds the stretch of the ring that lies in the sweep.
+    void SelectStretch(Sweep const & sweep)
+    {
+        std::size_t const n = m_Ring.size();
+        if (n == 0)
+        {
+            return;
+        }
+        bool inside = IsPointInSweep(sweep, m_Ring[n - 1]);
+        std::size_t entry = n;
+        std::size_t exit = n;
+        for (std::size_t i = 0; i < n && (entry == n || exit == n); ++i)
+        {
+            bool const isIn = IsPointInSweep(sweep, m_Ring[i]);
+            if (isIn != inside)
+            {
+                (isIn ? entry : exit) = i;
+                inside = isIn;
+            }
+        }
+        if (entry != n && exit != n)
+        {
+            m_First = entry;
+            m_Selected = (exit + n - entry) % n;
+        }
+        else if (entry == n && exit == n && inside)
+        {
+            m_First = FindFirstAfterStart(sweep, m_Ring);
+            m_Selected = m_First < n ? n : 0;
         }
     }
 
-    std::size_t first = n;
-    std::size_t count = 0;
-    if (entry != n && exit != n)
-    {
-        first = entry;
-        count = (exit + n - entry) % n;
-    }
-    else if (entry == n && exit == n && inside)
-    {
-        first = FindFirstAfterStart(sweep, ring);
-        count = first < n ? n : 0;
-    }
-
-    Points selected;
-    selected.reserve(count + 2); // and the two ends of the sweep
-    for (std::size_t i = 0; i < count; ++i)
-    {
-        selected.push_back(ring[(first + i) % n]);
-    }
-    return selected;
-}
+    TPoint<double> m_A;
+    TPoint<double> m_B;
+    CCirclePoints m_Ring;
+    std::size_t m_First = 0;
+    std::size_t m_Selected = 0;
+    bool m_BeginsAtA = false;
+    bool m_EndsAtB = false;
+};
 
 } // namespace
 
 std::vector<TPoint<double>> BuildArcPoints(Sweep const & sweep)
 {
-    TPoint<double> const & a = sweep.A;
-    TPoint<double> const & b = sweep.B;
-    Points circle = BuildCirclePoints(sweep.C, CalculateArcRadius(a, b, sweep.C));
-    if (IsExactlyEqual(a, b))
+    CChordChain const chain(sweep);
+    Points points;
+    points.reserve(chain.size());
+    for (std::size_t i = 0; i < chain.size(); ++i)
     {
-        return circle;
+        points.push_back(chain[i]);
     }
-    circle.pop_back();
-    Points points = SelectArcPoints(sweep, circle);
-    if (points.empty() || (points.front().x != a.x && points.front().y != a.y))
+    return points;
+}
+
+TInnerChordPoints FindInnerChordPoints(CPathObjectArc const & arc)
+{
+    CChordChain const chain(SweepOf(arc));
+    std::size_t const count = chain.size();
+    if (count < 2)
     {
-        points.insert(points.begin(), a);
+        return {};
     }
-    bool const startIsOffCentre = a.x != sweep.C.x && a.y != sweep.C.y;
-    if ((points.size() < 2 && startIsOffCentre) || !IsExactlyEqual(points.back(), b))
+    TInnerChordPoints points{count - 1, chain[1], chain[count - 2]};
+    if (!arc.IsCounterClockwise())
     {
-        points.push_back(b);
+        std::swap(points.second, points.lastButOne);
     }
     return points;
 }

@@ -28,6 +28,17 @@ double CalculateSweepLength(Sweep const & sweep);
 /// circle share their vertices. With `A` exactly equal to `B`: 65 points that begin and end at the rightmost one.
 std::vector<TPoint<double>> BuildArcPoints(Sweep const & sweep);
 
+/// Where the first chord of an arc ends and the last one begins.
+struct TInnerChordPoints
+{
+    std::size_t chords = 0;
+    TPoint<double> second;
+    TPoint<double> lastButOne;
+};
+
+/// As in the points of the arc, which aren't kept for it. The arc must be valid and not degenerate.
+TInnerChordPoints FindInnerChordPoints(CPathObjectArc const & arc);
+
 /// Makes the centre fit both ends and the radius with the smallest move. A chord longer than the diameter becomes a
 /// half circle: the centre its middle, the radius half of it. Equal ends: nothing changes.
 void CorrectArcCentre(TPoint<double> const & a, TPoint<double> const & b, TPoint<double> & c, double & r);

@@ -199,22 +199,6 @@ EArcMeeting IntersectOnSameCircle(Sweep const & s1, Sweep const & s2, CrossingPo
 
 } // namespace
 
-bool IsPointInSweep(TPoint<double> const & a, TPoint<double> const & b, TPoint<double> const & c,
-                    TPoint<double> const & p)
-{
-    if (p == a || p == b)
-    {
-        return true;
-    }
-    TPoint<double> const u(a.x - c.x, a.y - c.y);
-    TPoint<double> const v(b.x - c.x, b.y - c.y);
-    TPoint<double> const w(p.x - c.x, p.y - c.y);
-    bool const leftOfA = w.y * u.x - w.x * u.y >= 0.0;
-    bool const rightOfB = w.y * v.x - w.x * v.y <= 0.0;
-    bool const isAtMostHalfTurn = u.x * v.y - u.y * v.x >= 0.0;
-    return isAtMostHalfTurn ? leftOfA && rightOfB : leftOfA || rightOfB;
-}
-
 // Counter-clockwise, x falls in the upper half and grows in the lower half, so that within one half the order along
 // the sweep is the order of x.
 bool IsPointInSweepByHalves(Sweep const & sweep, TPoint<double> const & p)

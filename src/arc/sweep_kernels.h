@@ -36,8 +36,17 @@ Sweep SweepOf(CPathObjectArc const & arc);
 
 /// `p` lies in the angular range; its distance from `C` plays no part. Both ends lie in it within tolerance. A closed
 /// sweep accepts the direction of `A` only: callers that mean the whole circle ask `IsClosed` first.
-bool IsPointInSweep(TPoint<double> const & a, TPoint<double> const & b, TPoint<double> const & c,
-                    TPoint<double> const & p);
+inline bool IsPointInSweep(TPoint<double> const & a, TPoint<double> const & b, TPoint<double> const & c,
+                           TPoint<double> const & p)
+{
+    TPoint<double> const u(a.x - c.x, a.y - c.y);
+    TPoint<double> const v(b.x - c.x, b.y - c.y);
+    TPoint<double> const w(p.x - c.x, p.y - c.y);
+    bool const leftOfA = w.y * u.x - w.x * u.y >= 0.0;
+    bool const rightOfB = w.y * v.x - w.x * v.y <= 0.0;
+    bool const isAtMostHalfTurn = u.x * v.y - u.y * v.x >= 0.0;
+    return (isAtMostHalfTurn ? leftOfA && rightOfB : leftOfA || rightOfB) || p == a || p == b;
+}
 inline bool IsPointInSweep(Sweep const & sweep, TPoint<double> const & p)
 {
     return IsPointInSweep(sweep.A, sweep.B, sweep.C, p);

@@ -1,8 +1,7 @@
-// Equality within tolerance doesn't carry over from one pair to the next, so points can't be sorted into classes. Cells
-// wider than the tolerance can: what equals a point lies in its cell or in one of the eight around it.
+// Pairing by tolerant equality, which isn't transitive: cells of ordered integers stand for the points, all cells that
+// the tolerance reaches are searched, and whatever they hold is compared. The first of those that qualify is taken
+// (or the last).
 #include "clip/candidates.h"
-
-#include <algorithm>
 
 #include <geometry/numeric/almost_equal.h>
 
@@ -12,18 +11,12 @@ namespace geometry
 namespace
 {
 
-constexpr unsigned int CellBits = 7;
+constexpr unsigned int CellBits = 12; // cells are far larger than the tolerance, so that few points reach into two
 static_assert((1U << CellBits) > StandardUlpLimit);
 
-std::uint64_t CellOf(double coordinate)
+std::uint64_t CellOf(std::uint64_t ordered)
 {
-    return ToOrderedInteger(coordinate) >> CellBits;
-}
-
-/// Different cells may share a key: whoever is found is compared.
-std::uint64_t KeyOf(std::uint64_t cellX, std::uint64_t cellY)
-{
-    return cellX * 0x9E3779B97F4A7C15ULL + cellY;
+    return ordered >> CellBits;
 }
 
 } // namespace
@@ -32,47 +25,97 @@ void CCandidates::Add(CPathObjectHolder* holder)
 {
     if (holder->m_IsIntersection && holder->m_Neighbour == nullptr)
     {
-        TPoint<double> const & p = holder->GetStartPoint();
-        m_Cells[KeyOf(CellOf(p.x), CellOf(p.y))].push_back(static_cast<std::uint32_t>(m_Holders.size()));
-        m_Holders.push_back(holder);
+        m_Waiting.push_back({holder, None});
     }
 }
 
-void CCandidates::Pair(CPathObjectHolder* holder, bool fromFront)
+namespace
 {
-    TPoint<double> const & point = holder->GetStartPoint();
-    Bucket* bestBucket = nullptr;
-    Bucket::iterator best;
-    for (int offset = 0; offset < 9; ++offset)
+
+/// Different cells may share a bucket: whoever is found is compared.
+std::size_t BucketOf(std::uint64_t cellX, std::uint64_t cellY, unsigned int shift)
+{
+    return ((cellX * 0x9E3779B97F4A7C15ULL + cellY) * 0xD6E8FEB86659FD93ULL) >> shift;
+}
+
+} // namespace
+
+/// Twice as many buckets as holders; each is a list in the order in which its holders are to be taken.
+void CCandidates::FillBuckets()
+{
+    unsigned int bits = 1;
+    while ((std::size_t{1} << bits) < 2 * m_Waiting.size())
     {
-        // cells count around: the neighbour of the first is the last
-        std::uint64_t const cellMask = ~std::uint64_t{0} >> CellBits;
-        std::uint64_t const x = (CellOf(point.x) + static_cast<std::uint64_t>(offset % 3) - 1) & cellMask;
-        std::uint64_t const y = (CellOf(point.y) + static_cast<std::uint64_t>(offset / 3) - 1) & cellMask;
-        auto const cell = m_Cells.find(KeyOf(x, y));
-        if (cell == m_Cells.end())
+        ++bits;
+    }
+    m_HashShift = 64 - bits;
+    m_Buckets.assign(std::size_t{1} << bits, None);
+    auto const count = static_cast<std::uint32_t>(m_Waiting.size());
+    for (std::uint32_t k = 0; k < count; ++k)
+    {
+        std::uint32_t const i = m_FromFront ? count - 1 - k : k;
+        TPoint<double> const & p = m_Waiting[i].holder->GetStartPoint();
+        std::uint32_t & first =
+            m_Buckets[BucketOf(CellOf(ToOrderedInteger(p.x)), CellOf(ToOrderedInteger(p.y)), m_HashShift)];
+        m_Waiting[i].next = first;
+        first = i;
+    }
+}
+
+/// The link to the first holder to be taken of the cell's bucket that begins at the point; null if there is none.
+std::uint32_t* CCandidates::FindIn(std::uint64_t cellX, std::uint64_t cellY, TPoint<double> const & point)
+{
+    std::uint32_t* link = &m_Buckets[BucketOf(cellX, cellY, m_HashShift)];
+    while (*link != None && !(m_Waiting[*link].holder->GetStartPoint() == point))
+    {
+        link = &m_Waiting[*link].next;
+    }
+    return *link != None ? link : nullptr;
+}
+
+void CCandidates::Pair(CPathObjectHolder* holder)
+{
+    if (m_Waiting.empty())
+    {
+        return;
+    }
+    if (m_Buckets.empty())
+    {
+        FillBuckets();
+    }
+    TPoint<double> const & point = holder->GetStartPoint();
+    std::uint64_t const x = ToOrderedInteger(point.x);
+    std::uint64_t const y = ToOrderedInteger(point.y);
+    std::uint32_t* best = nullptr;
+    // cells count around: the neighbour of the first is the last
+    std::uint64_t const lastX = CellOf(x + StandardUlpLimit);
+    std::uint64_t const lastY = CellOf(y + StandardUlpLimit);
+    constexpr std::uint64_t cellMask = ~std::uint64_t{0} >> CellBits;
+    for (std::uint64_t cellX = CellOf(x - StandardUlpLimit);; cellX = (cellX + 1) & cellMask)
+    {
+        for (std::uint64_t cellY = CellOf(y - StandardUlpLimit);; cellY = (cellY + 1) & cellMask)
         {
-            continue;
+            std::uint32_t* const found = FindIn(cellX, cellY, point);
+            if (found != nullptr && (best == nullptr || (m_FromFront ? *found < *best : *found > *best)))
+            {
+                best = found;
+            }
+            if (cellY == lastY)
+            {
+                break;
+            }
         }
-        Bucket & bucket = cell->second;
-        auto const qualifies = [&](std::uint32_t i) { return m_Holders[i]->GetStartPoint() == point; };
-        auto found = std::find_if(bucket.begin(), bucket.end(), qualifies);
-        if (!fromFront && found != bucket.end())
+        if (cellX == lastX)
         {
-            found = std::find_if(bucket.rbegin(), bucket.rend(), qualifies).base() - 1;
-        }
-        if (found != bucket.end() && (bestBucket == nullptr || (fromFront ? *found < *best : *found > *best)))
-        {
-            bestBucket = &bucket;
-            best = found;
+            break;
         }
     }
-    if (bestBucket != nullptr)
+    if (best != nullptr)
     {
-        CPathObjectHolder* const partner = m_Holders[*best];
-        partner->m_Neighbour = holder;
-        holder->m_Neighbour = partner;
-        bestBucket->erase(best);
+        TWaiting const & partner = m_Waiting[*best];
+        partner.holder->m_Neighbour = holder;
+        holder->m_Neighbour = partner.holder;
+        *best = partner.next;
     }
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <unordered_map>
 #include <vector>
 
 #include "clip/holder.h"
@@ -13,18 +12,32 @@ namespace geometry
 class CCandidates
 {
 public:
-    /// Holders come in ring order.
+    /// `fromFront`: of several waiting holders at one point the first one is taken, else the last one.
+    explicit CCandidates(bool fromFront) : m_FromFront(fromFront) {}
+
+    /// Holders come in ring order, all of them before the first call of `Pair`.
     void Add(CPathObjectHolder* holder);
     /// Links `holder` with the first waiting one, or the last, that begins at its point within tolerance, if there is
     /// one; that one waits no more.
-    void Pair(CPathObjectHolder* holder, bool fromFront);
+    void Pair(CPathObjectHolder* holder);
 
 private:
-    using Bucket = std::vector<std::uint32_t>; ///< indexes of holders that wait, in order
+    static constexpr std::uint32_t None = 0xFFFFFFFF;
 
-    std::vector<CPathObjectHolder*> m_Holders;
-    /// By the cell of the start point. Numbers within tolerance are the same or neighbouring cells apart.
-    std::unordered_map<std::uint64_t, Bucket> m_Cells;
+    /// A waiting holder, and the next one to be taken after it in the same bucket.
+    struct TWaiting
+    {
+        CPathObjectHolder* holder;
+        std::uint32_t next;
+    };
+
+    void FillBuckets();
+    std::uint32_t* FindIn(std::uint64_t cellX, std::uint64_t cellY, TPoint<double> const & point);
+
+    bool m_FromFront;
+    std::vector<TWaiting> m_Waiting;      ///< in ring order
+    std::vector<std::uint32_t> m_Buckets; ///< the first to be taken of each, by the cell of the start point; or `None`
+    unsigned int m_HashShift = 0;
 };
 
 } // namespace geometry

@@ -3,7 +3,11 @@
 #include "clip/clear_samples.h"
 
 #include <algorithm>
+#include <array>
 
+#include <geometry/arc/path_object_arc.h>
+
+#include "arc/arc_geometry.h"
 #include "clip/ring_index.h"
 #include "path/segment_kernels.h"
 
@@ -56,15 +60,11 @@ bool MeetsOtherRing(CPathObjectHolder const* holder)
     return holder->HasIntersectionHistory() || holder->m_NewVertex;
 }
 
-/// A point on the segment or chord `i` of the object; the chords of an arc cut its corners, their ends lie on it.
-TPoint<double> SampleOf(CPathObjectBase const & object, std::ptrdiff_t i, bool isArc)
+/// A point on the segment `i` of the object.
+TPoint<double> SampleOf(CPathObjectBase const & object, std::ptrdiff_t i)
 {
     TPoint<double> const & a = object.GetPointsBegin()[i];
     TPoint<double> const & b = object.GetPointsBegin()[i + 1];
-    if (isArc)
-    {
-        return i == 0 ? b : a;
-    }
     return SampleOfSegment(a, b);
 }
 
@@ -72,8 +72,7 @@ TPoint<double> SampleOf(CPathObjectBase const & object, std::ptrdiff_t i, bool i
 bool SamplesAgree(CPathObjectHolder const* holder, CPathObjectHolder const* other, EPointPosition side)
 {
     CPathObjectBase const & object = *holder->GetPathObject();
-    std::ptrdiff_t const segments = object.GetPointsEnd() - object.GetPointsBegin() - 1;
-    if (object.IsDegenerate() || segments < 1)
+    if (object.IsDegenerate())
     {
         return true;
     }
@@ -82,13 +81,18 @@ bool SamplesAgree(CPathObjectHolder const* holder, CPathObjectHolder const* othe
         EPointPosition const position = LocateClearly(point, other, isArc);
         return position != EPointPosition::eOnRing && position != side;
     };
-    bool const isArc = !object.CanAppendVertex();
-    if (isArc && contradicts(object.GetInbetweenPoint(), isArc))
+    if (!object.CanAppendVertex())
     {
-        return false;
+        // the chords cut the corners of the arc, their ends lie on it
+        TInnerChordPoints const points =
+            object.IsValid() ? FindInnerChordPoints(static_cast<CPathObjectArc const &>(object)) : TInnerChordPoints();
+        return points.chords == 0 ||
+               (!contradicts(object.GetInbetweenPoint(), true) && !contradicts(points.second, true) &&
+                (points.chords == 1 || !contradicts(points.lastButOne, true)));
     }
-    return !contradicts(SampleOf(object, 0, isArc), isArc) &&
-           (segments == 1 || !contradicts(SampleOf(object, segments - 1, isArc), isArc));
+    std::ptrdiff_t const segments = object.GetPointsEnd() - object.GetPointsBegin() - 1;
+    return segments < 1 || (!contradicts(SampleOf(object, 0), false) &&
+                            (segments == 1 || !contradicts(SampleOf(object, segments - 1), false)));
 }
 
 } // namespace
@@ -140,22 +144,43 @@ bool HasMisreadArc(CPathObjectHolder const* ring)
 namespace
 {
 
-/// Even-odd over all result rings, folded runs left out.
-bool IsInResult(TPoint<double> const & point, CLinkedPathObject const* results)
+constexpr std::size_t pointCount = 8;
+using ProofPoints = std::array<TPoint<double>, pointCount>;
+
+/// Multiples of these two numbers, less their integers, spread evenly over the unit square.
+ProofPoints SpreadPoints(CBoundingRect<double> const & rect)
 {
-    bool isOdd = false;
+    constexpr double stepX = 0.7548776662466927;
+    constexpr double stepY = 0.5698402909980532;
+    ProofPoints points;
+    for (int i = 1; i <= static_cast<int>(pointCount); ++i)
+    {
+        points[static_cast<std::size_t>(i - 1)] =
+            TPoint<double>(rect.minX + (i * stepX - static_cast<int>(i * stepX)) * (rect.maxX - rect.minX),
+                           rect.minY + (i * stepY - static_cast<int>(i * stepY)) * (rect.maxY - rect.minY));
+    }
+    return points;
+}
+
+/// Which points are in the result: even-odd over all result rings, folded runs left out. One walk: there may be many.
+std::array<bool, pointCount> LocateInResult(ProofPoints const & points, CLinkedPathObject const* results)
+{
+    std::array<bool, pointCount> isOdd{};
     for (CLinkedPathObject const* ring = results; ring != nullptr; ring = ring->m_NextRing)
     {
         for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
         {
-            isOdd = isOdd != (element->m_Run == nullptr && IsProbeCountOdd(*element->m_PathObject, point));
+            for (std::size_t i = 0; element->m_Run == nullptr && i < pointCount; ++i)
+            {
+                isOdd[i] = isOdd[i] != IsProbeCountOdd(*element->m_PathObject, points[i]);
+            }
         }
     }
     return isOdd;
 }
 
 /// Away from the clip, the result is what the subject is, or nothing. Folded runs count on both sides or on none.
-bool IsPlausibleAway(TPoint<double> const & point, CLinkedPathObject const* results, CPathObjectHolder const* subject,
+bool IsPlausibleAway(TPoint<double> const & point, bool isInResult, CPathObjectHolder const* subject,
                      CPathObjectHolder const* clip, bool isSubjectKept)
 {
     EPointPosition const inClip = LocateClearly(point, clip, false);
@@ -167,7 +192,7 @@ bool IsPlausibleAway(TPoint<double> const & point, CLinkedPathObject const* resu
         holder = holder->m_Next;
     } while (holder != subject);
     return inClip == EPointPosition::eOnRing ||
-           (inClip == EPointPosition::eOutside && IsInResult(point, results) == (isSubjectKept && isOdd));
+           (inClip == EPointPosition::eOutside && isInResult == (isSubjectKept && isOdd));
 }
 
 } // namespace
@@ -176,18 +201,15 @@ bool IsResultPlausible(CLinkedPathObject const* results, CPathObjectHolder const
                        CPathObjectHolder const* clip, CBoundingRect<double> const & rect,
                        bool (*isMember)(bool inSubject, bool inClip), CFold* fold)
 {
-    // multiples of these two numbers, less their integers, spread evenly over the unit square
-    constexpr double stepX = 0.7548776662466927;
-    constexpr double stepY = 0.5698402909980532;
-    constexpr int pointCount = 8;
+    ProofPoints const points = SpreadPoints(rect);
+    std::array<bool, pointCount> const isInResult = LocateInResult(points, results);
     bool const isSubjectKept = isMember(true, false);
-    for (int i = 1; i <= pointCount; ++i)
+    for (std::size_t i = 0; i < pointCount; ++i)
     {
-        TPoint<double> const point(rect.minX + (i * stepX - static_cast<int>(i * stepX)) * (rect.maxX - rect.minX),
-                                   rect.minY + (i * stepY - static_cast<int>(i * stepY)) * (rect.maxY - rect.minY));
+        TPoint<double> const & point = points[i];
         if (fold != nullptr && !fold->IsInWindow(point))
         {
-            if (!IsPlausibleAway(point, results, subject, clip, isSubjectKept))
+            if (!IsPlausibleAway(point, isInResult[i], subject, clip, isSubjectKept))
             {
                 fold->Fail(); // unless the point is near a folded object
                 return false;
@@ -200,7 +222,7 @@ bool IsResultPlausible(CLinkedPathObject const* results, CPathObjectHolder const
         bool const isInRuns = fold != nullptr && isSubjectKept && fold->IsProbeCountOdd(point);
         if (inClip != EPointPosition::eOnRing &&
             isMember(inSubject == EPointPosition::eInside, inClip == EPointPosition::eInside) !=
-                (IsInResult(point, results) != isInRuns))
+                (isInResult[i] != isInRuns))
         {
             return false;
         }

@@ -163,6 +163,7 @@ void CPolygonClipGreinerHormannBased<T>::AddResultPolygons(std::vector<CPolygon*
         {
             AppendToResultRing(object, ring, true);
         }
+        SettleHead(ring.get());
         if (ring != nullptr)
         {
             ring->m_NextRing = m_Results;
@@ -191,6 +192,7 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipGreinerHormannBased<T>::Co
         AppendToResultRing(holder->GetPathObject(), ring, true);
         holder = holder->m_Next == m_SubjectRing ? nullptr : holder->m_Next;
     }
+    SettleHead(ring.get());
     m_Results = ring.release();
     return this->eClipResultReady;
 }

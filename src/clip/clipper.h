@@ -128,8 +128,11 @@ EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const* other, b
 bool TraceResultRings(CPathObjectHolder* subjectRing, CPathObjectHolder* clipRing, CLinkedPathObject*& results);
 
 /// A clone of `object` (reversed if told) at the head of `ring`, joined with the old head if they make one object.
-/// Objects without extent are dropped. `ring` may be null.
+/// Objects without extent are dropped. `ring` may be null. After the last one: `SettleHead`.
 void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse);
+
+/// Brings the object at the head of a ring into its direction. Null does nothing.
+void SettleHead(CLinkedPathObject* ring);
 
 /// Joins last and first object of a ring, if they make one object.
 void CloseResultRing(CLinkedPathObject* ring);

@@ -186,7 +186,7 @@ EIntersectionOutcome FindAndSplitIntersections(CPathObjectHolder* subject, CPath
     CutObjects(clip);
 
     bool hasIntersection = false;
-    CCandidates candidates;
+    CCandidates candidates(sameWinding);
     ForEachHolder(
         subject, [&](CPathObjectHolder* holder)
         { hasIntersection |= PlacePieces(holder, [&](CPathObjectHolder* placed) { candidates.Add(placed); }); });
@@ -198,7 +198,7 @@ EIntersectionOutcome FindAndSplitIntersections(CPathObjectHolder* subject, CPath
                                                      {
                                                          if (placed->m_IsIntersection)
                                                          {
-                                                             candidates.Pair(placed, sameWinding);
+                                                             candidates.Pair(placed);
                                                          }
                                                      });
                   });

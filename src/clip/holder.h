@@ -91,6 +91,7 @@ public:
     CLinkedPathObject* m_NextRing = nullptr; ///< at the first element of a ring: the next result ring; owned
     TFoldedRun const* m_Run = nullptr;       ///< as in a holder
     bool m_IsRunReversed = false;
+    bool m_IsBackward = false; ///< at the head of a growing ring: the vertices of the object stand in reverse
 };
 
 /// Walks the objects of a ring once round. A whole ring is the range from `(h, false)` to `(h, true)`.

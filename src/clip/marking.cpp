@@ -2,6 +2,7 @@
 // side changes at each intersection. Each object behind an intersection is checked against its mark.
 #include "clip/clear_samples.h"
 #include "clip/clipper.h"
+#include "clip/ring_index.h"
 #include "clip/ring_position.h"
 
 namespace geometry
@@ -69,6 +70,23 @@ bool Contradicts(EPointPosition position, bool isMarkedInside)
     return position != EPointPosition::eOnRing && isMarkedInside != (position == EPointPosition::eInside);
 }
 
+constexpr int ObjectsInFocus = 4;
+
+/// The questions about some objects from `holder` on are asked next.
+void FocusOn(CPathObjectHolder const* holder, CPathObjectHolder const* other, CBoundingRect<double> const & otherRect)
+{
+    CBoundingRect<double> around;
+    for (int i = 0; i < ObjectsInFocus; ++i, holder = holder->m_Next)
+    {
+        CBoundingRect<double> const & rect = holder->GetPathObject()->GetBoundingRect();
+        if (holder->m_Run == nullptr && otherRect.Overlaps(rect))
+        {
+            around.Include(rect);
+        }
+    }
+    CRingIndex::Focus(other, around);
+}
+
 } // namespace
 
 EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const* other, bool invert,
@@ -83,8 +101,14 @@ EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const* other, b
     bool isLeftOut = side.isInside != invert;
     EMarkOutcome outcome = EMarkOutcome::eMarked;
     CPathObjectHolder* g = side.holder;
+    int inFocus = 0;
     do
     {
+        if (inFocus-- == 0)
+        {
+            FocusOn(g, other, rect);
+            inFocus = ObjectsInFocus - 1;
+        }
         if (g->m_IsIntersection)
         {
             g->m_Direction = isLeftOut ? eWalkForward : eWalkBackward;

@@ -59,12 +59,15 @@ void CRingIndex::Serve(CPathObjectHolder* ring, CFold* fold)
     m_Questions = 0;
     m_IsShort = false;
     m_Objects.clear();
+    m_Count = 0;
     m_Index.reset();
     m_Bridges.clear();
+    m_Focus.Reset();
     CPathObjectHolder* holder = ring;
     do
     {
         holder->m_RingIndex = this;
+        ++m_Count;
         holder = holder->m_Next;
     } while (holder != ring);
 }
@@ -88,6 +91,7 @@ CChainIndex const* CRingIndex::FindIndex()
     {
         return nullptr;
     }
+    m_Objects.reserve(m_Count);
     CPathObjectHolder const* holder = m_Ring;
     do
     {
@@ -114,6 +118,10 @@ void CRingIndex::CountIrregular()
     m_IrregularBefore.assign(1, 0);
     m_ArcsBefore.assign(1, 0);
     m_Abscissas = CProbeAbscissas();
+    m_StartX.clear();
+    m_StartX.reserve(m_Objects.size());
+    m_IrregularBefore.reserve(m_Objects.size() + 1);
+    m_ArcsBefore.reserve(m_Objects.size() + 1);
     for (std::size_t i = 0; i < m_Objects.size(); ++i)
     {
         CPathObjectBase const & object = *m_Objects[i];
@@ -123,6 +131,7 @@ void CRingIndex::CountIrregular()
             IsExactlyEqual(object.GetEndPoint(), m_Objects[(i + 1) % m_Objects.size()]->GetStartPoint()) &&
             (!isArc || (!(object.GetStartPoint() == object.GetEndPoint()) &&
                         IsSteadyArc(static_cast<CPathObjectArc const &>(object))));
+        m_StartX.push_back(object.GetStartPoint().x);
         m_IrregularBefore.push_back(m_IrregularBefore.back() + (isTold ? 0 : 1));
         m_ArcsBefore.push_back(m_ArcsBefore.back() + (isTold && isArc ? 1 : 0));
         if (isTold && isArc)
@@ -135,13 +144,15 @@ void CRingIndex::CountIrregular()
 
 /// Objects above the point: those that run into each other exactly count by the sides of their two ends, arcs too, except
 /// near some abscissas.
-bool CRingIndex::IsRangeCrossed(std::size_t first, std::size_t last, TPoint<double> const & point) const
+bool CRingIndex::IsRangeCrossed(std::size_t first, std::size_t last, CProbe & probe) const
 {
+    TPoint<double> const & point = probe.GetPoint();
     if (m_IrregularBefore[last] == m_IrregularBefore[first] &&
-        (m_ArcsBefore[last] == m_ArcsBefore[first] || !m_Abscissas.IsNear(point.x)))
+        (m_ArcsBefore[last] == m_ArcsBefore[first] || !probe.IsNearAbscissa()))
     {
-        return IsClearlyLess(point.x, m_Objects[first]->GetStartPoint().x) !=
-               IsClearlyLess(point.x, m_Objects[last - 1]->GetEndPoint().x);
+        // the last one ends where the next one begins
+        return IsClearlyLess(point.x, m_StartX[first]) !=
+               IsClearlyLess(point.x, m_StartX[last < m_StartX.size() ? last : 0]);
     }
     bool isOdd = false;
     for (std::size_t i = first; i < last; ++i)
@@ -149,6 +160,42 @@ bool CRingIndex::IsRangeCrossed(std::size_t first, std::size_t last, TPoint<doub
         isOdd = isOdd != IsProbeCountOdd(*m_Objects[i], point);
     }
     return isOdd;
+}
+
+void CRingIndex::Focus(CPathObjectHolder const* ring, CBoundingRect<double> const & rect)
+{
+    CRingIndex* const self = ring->m_RingIndex;
+    if (self == nullptr || rect.minX > rect.maxX)
+    {
+        return;
+    }
+    self->m_Questions += QuestionsBeforeIndex - 1; // so many come at least
+    if (CChainIndex const* const index = self->FindIndex())
+    {
+        self->LookUp(*index, rect);
+    }
+}
+
+/// What is passed or taken for the whole rectangle is so for each point in it. Where much is left, the search for single
+/// points is better.
+void CRingIndex::LookUp(CChainIndex const & index, CBoundingRect<double> const & rect)
+{
+    m_Focus = rect;
+    m_Above.clear();
+    m_Nearby.clear();
+    index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, rect, FocusRoom); },
+               [&](std::size_t i)
+               {
+                   m_Nearby.push_back({index.GetRect(i), i});
+                   return m_Nearby.size() < MaxNearby;
+               },
+               [&](std::size_t first, std::size_t last) {
+                   m_Above.push_back({first, last});
+               });
+    if (m_Nearby.size() + m_Above.size() >= MaxNearby)
+    {
+        m_Focus.Reset();
+    }
 }
 
 } // namespace geometry

@@ -56,10 +56,39 @@ public:
         return isOn ? EPointPosition::eOnRing : isOdd ? EPointPosition::eInside : EPointPosition::eOutside;
     }
 
+    /// Several questions to come are about points in `rect`: what these can find is looked up once. An empty rectangle
+    /// does nothing.
+    static void Focus(CPathObjectHolder const* ring, CBoundingRect<double> const & rect);
+
 private:
+    static constexpr double FocusRoom = 0.1; ///< the most that a question may ask for
+    static constexpr std::size_t MaxNearby = 64;
+
     CChainIndex const* FindIndex();
+    void LookUp(CChainIndex const & index, CBoundingRect<double> const & rect);
     void CountIrregular();
-    bool IsRangeCrossed(std::size_t first, std::size_t last, TPoint<double> const & point) const;
+
+    /// A point, and whether it is near abscissas at which arcs need care: looked up at most once.
+    class CProbe
+    {
+    public:
+        CProbe(TPoint<double> const & point, CProbeAbscissas const & abscissas) : m_Point(point), m_Abscissas(abscissas)
+        {
+        }
+        TPoint<double> const & GetPoint() const { return m_Point; }
+        bool IsNearAbscissa()
+        {
+            m_Near = m_Near < 0 ? (m_Abscissas.IsNear(m_Point.x) ? 1 : 0) : m_Near;
+            return m_Near == 1;
+        }
+
+    private:
+        TPoint<double> const & m_Point;
+        CProbeAbscissas const & m_Abscissas;
+        int m_Near = -1; ///< not yet known
+    };
+
+    bool IsRangeCrossed(std::size_t first, std::size_t last, CProbe & probe) const;
 
     template <typename Visit>
     static void WalkRing(CPathObjectHolder const* ring, Visit const & visit)
@@ -71,22 +100,52 @@ private:
         }
     }
 
+    /// What is to be done with the objects in a rectangle for all points in `at`, with `room` around them.
+    static CChainIndex::EAction Classify(CBoundingRect<double> const & r, CBoundingRect<double> const & at, double room)
+    {
+        bool const isApart = at.maxX < r.minX - room || at.minX > r.maxX + room || at.minY > r.maxY + room;
+        return isApart                   ? CChainIndex::EAction::ePass
+               : at.maxY < r.minY - room ? CChainIndex::EAction::eTake
+                                         : CChainIndex::EAction::eOpen;
+    }
+
+    bool IsInFocus(TPoint<double> const & point, double extraRoom) const
+    {
+        return m_Focus.minX <= point.x && point.x <= m_Focus.maxX && m_Focus.minY <= point.y &&
+               point.y <= m_Focus.maxY && extraRoom <= FocusRoom;
+    }
+
     /// Visits the objects that aren't told by their rectangles; the parity of the others.
     template <typename Visit>
     bool Search(CChainIndex const & index, TPoint<double> const & point, double extraRoom, Visit const & visit) const
     {
         bool isOdd = false;
-        index.Walk(
-            [&](CBoundingRect<double> const & r)
+        CProbe probe(point, m_Abscissas);
+        CBoundingRect<double> const at(point, point);
+        auto const take = [&](std::size_t first, std::size_t last)
+        { isOdd = isOdd != IsRangeCrossed(first, last, probe); };
+        if (!IsInFocus(point, extraRoom))
+        {
+            index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, at, extraRoom); },
+                       [&](std::size_t i) { return visit(*m_Objects[i]); }, take);
+            return isOdd;
+        }
+        for (TRange const & range : m_Above)
+        {
+            take(range.first, range.last);
+        }
+        for (TNearby const & nearby : m_Nearby)
+        {
+            CChainIndex::EAction const action = Classify(nearby.rect, at, extraRoom);
+            if (action == CChainIndex::EAction::eTake)
             {
-                bool const isApart =
-                    point.x < r.minX - extraRoom || point.x > r.maxX + extraRoom || point.y > r.maxY + extraRoom;
-                return isApart                        ? CChainIndex::EAction::ePass
-                       : point.y < r.minY - extraRoom ? CChainIndex::EAction::eTake
-                                                      : CChainIndex::EAction::eOpen;
-            },
-            [&](std::size_t i) { return visit(*m_Objects[i]); },
-            [&](std::size_t first, std::size_t last) { isOdd = isOdd != IsRangeCrossed(first, last, point); });
+                take(nearby.object, nearby.object + 1);
+            }
+            else if (action == CChainIndex::EAction::eOpen && !visit(*m_Objects[nearby.object]))
+            {
+                break;
+            }
+        }
         return isOdd;
     }
 
@@ -99,16 +158,32 @@ private:
                            [&](auto const & bridge) { return holds(*bridge.second); });
     }
 
+    struct TRange
+    {
+        std::size_t first;
+        std::size_t last;
+    };
+    struct TNearby
+    {
+        CBoundingRect<double> rect;
+        std::size_t object;
+    };
+
     CPathObjectHolder const* m_Ring = nullptr;
     CFold* m_Fold = nullptr; ///< not owned
     unsigned int m_Questions = 0;
+    std::size_t m_Count = 0;                       ///< of holders, when the service began
     bool m_IsShort = false;                        ///< too few objects for an index
     std::vector<CPathObjectBase const*> m_Objects; ///< of the ring; not owned
     std::vector<std::size_t> m_IrregularBefore;    ///< how many before each may count otherwise than by their ends
     std::vector<std::size_t> m_ArcsBefore;         ///< how many before each may do so near some abscissas
     CProbeAbscissas m_Abscissas;                   ///< these
+    std::vector<double> m_StartX;                  ///< where each begins
     std::unique_ptr<CChainIndex> m_Index;          ///< over them; null until it pays
     std::multimap<double, CPathObjectBase const*> m_Bridges; ///< that came after it, by their x; not owned
+    CBoundingRect<double> m_Focus; ///< what was looked up for all points in here; may be empty:
+    std::vector<TRange> m_Above;   ///< objects that lie above
+    std::vector<TNearby> m_Nearby; ///< objects to be looked at, a few
 };
 
 } // namespace geometry

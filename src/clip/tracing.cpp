@@ -3,6 +3,7 @@
 // become one object.
 #include "clip/clipper.h"
 #include "clip/ring_position.h"
+#include "path/polyline_internals.h"
 
 namespace geometry
 {
@@ -13,6 +14,7 @@ namespace
 /// A new element with `object` at the head of `ring`, which may be null.
 void PutBeforeResultRing(std::unique_ptr<CPathObjectBase> object, std::unique_ptr<CLinkedPathObject> & ring)
 {
+    SettleHead(ring.get());
     auto element = std::make_unique<CLinkedPathObject>(object.get());
     object.release();
     if (ring != nullptr)
@@ -28,7 +30,41 @@ void PutBeforeResultRing(std::unique_ptr<CPathObjectBase> object, std::unique_pt
     ring = std::move(element);
 }
 
+/// Joins a polyline to one at the head of the ring if that takes no more than their vertices. They are appended to the
+/// head in reverse, so that a ring of many pieces isn't copied for each of them.
+bool GrowHead(CPathObjectBase const & object, CLinkedPathObject & head, bool reverse)
+{
+    CPathObjectBase & old = *head.m_PathObject;
+    if (!object.CanAppendVertex() || !old.CanAppendVertex() || !object.IsValid() || !old.IsValid() ||
+        object.GetUserInfo() != nullptr || old.GetUserInfo() != nullptr)
+    {
+        return false;
+    }
+    TPoint<double> const & end = reverse ? object.GetStartPoint() : object.GetEndPoint();
+    if (!(end == (head.m_IsBackward ? old.GetEndPoint() : old.GetStartPoint())))
+    {
+        return false;
+    }
+    if (!head.m_IsBackward)
+    {
+        old.Reverse();
+        head.m_IsBackward = true;
+    }
+    CPolylineInternals::ContinueWith(static_cast<CPathObjectPolyline &>(old),
+                                     static_cast<CPathObjectPolyline const &>(object), !reverse);
+    return true;
+}
+
 } // namespace
+
+void SettleHead(CLinkedPathObject* ring)
+{
+    if (ring != nullptr && ring->m_IsBackward)
+    {
+        ring->m_PathObject->Reverse();
+        ring->m_IsBackward = false;
+    }
+}
 
 void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse)
 {
@@ -37,6 +73,10 @@ void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPa
     {
         return; // a bridge, or another object without extent
     }
+    if (ring != nullptr && ring->m_Run == nullptr && GrowHead(*object, *ring, reverse))
+    {
+        return;
+    }
     std::unique_ptr<CPathObjectBase> copy(object->Clone());
     if (reverse)
     {
@@ -44,6 +84,7 @@ void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPa
     }
     if (ring != nullptr && ring->m_Run == nullptr)
     {
+        SettleHead(ring.get());
         if (CPathObjectBase* const joined = copy->Append(ring->m_PathObject))
         {
             ring->TakeObject(joined);
@@ -55,6 +96,7 @@ void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPa
 
 void CloseResultRing(CLinkedPathObject* ring)
 {
+    SettleHead(ring);
     if (ring->m_Next == nullptr || ring->m_Run != nullptr)
     {
         return;

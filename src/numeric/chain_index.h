@@ -23,6 +23,7 @@ public:
     explicit CChainIndex(std::vector<Rect> rects);
 
     std::size_t GetCount() const { return m_Levels.front().size(); }
+    Rect const & GetRect(std::size_t piece) const { return m_Levels.front()[piece]; }
     /// The rectangle around all pieces.
     Rect const & GetRect() const { return m_Levels.back().front(); }
 

@@ -233,6 +233,26 @@ CPathObjectPolyline* CPathObjectPolyline::PrependPolyline(CPathObjectPolyline co
     return joined.release();
 }
 
+void CPathObjectPolyline::ContinueWith(CPathObjectPolyline const & other, bool reverse)
+{
+    Points const & added = other.m_Points;
+    if (m_Points.size() + added.size() > m_Points.capacity())
+    {
+        m_Points.reserve(2 * m_Points.size() + added.size()); // more may follow
+    }
+    m_Points.pop_back();
+    if (reverse)
+    {
+        m_Points.insert(m_Points.end(), added.rbegin(), added.rend());
+    }
+    else
+    {
+        m_Points.insert(m_Points.end(), added.begin(), added.end());
+    }
+    m_SegmentIndex.Clear();
+    m_BoundingRect.Include(other.m_BoundingRect);
+}
+
 // --- closing gaps ----------------------------------------------------------------------------------------------
 
 void CPathObjectPolyline::AppendValidWindingPoints(Points & points) const

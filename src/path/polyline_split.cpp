@@ -3,6 +3,7 @@
 // The end vertex of a segment belongs to the next segment: no crossing is noted there.
 #include <geometry/path/path_object_polyline.h>
 
+#include <algorithm>
 #include <memory>
 
 #include <geometry/arc/path_object_arc.h>
@@ -44,6 +45,67 @@ void ForEachSegmentIn(CBoundingRect<double> const & rect, std::vector<TPoint<dou
     }
 }
 
+constexpr std::size_t SegmentsInBlock = 8;
+constexpr std::size_t MaxNearby = 64; // of a block; with more, searches for single segments are better
+
+/// The segments of one polyline that are near those of another, which come in path order: they are looked up for a block
+/// of these at once.
+class CNearbySegments
+{
+public:
+    /// `index`: of the segments, or null.
+    CNearbySegments(std::vector<TPoint<double>> const & points, CChainIndex const* index)
+        : m_Points(points), m_Index(index)
+    {
+    }
+
+    /// Calls `visit(k)` for each segment whose rectangle overlaps that of the segment `i` of `others`, in path order.
+    template <typename Visit>
+    void ForEachAt(std::vector<TPoint<double>> const & others, std::size_t i, Visit const & visit)
+    {
+        CBoundingRect<double> const rect(others[i], others[i + 1]);
+        if (m_Index != nullptr && i / SegmentsInBlock != m_Block)
+        {
+            m_Block = i / SegmentsInBlock;
+            LookUp(others, i);
+        }
+        if (m_Index == nullptr || m_Found.size() > MaxNearby)
+        {
+            ForEachSegmentIn(rect, m_Points, m_Index, visit);
+            return;
+        }
+        for (std::size_t const k : m_Found)
+        {
+            if (rect.Overlaps(m_Index->GetRect(k)))
+            {
+                visit(k);
+            }
+        }
+    }
+
+private:
+    void LookUp(std::vector<TPoint<double>> const & others, std::size_t i)
+    {
+        CBoundingRect<double> around;
+        for (std::size_t const end = std::min((m_Block + 1) * SegmentsInBlock + 1, others.size()); i < end; ++i)
+        {
+            around.Include(others[i]);
+        }
+        m_Found.clear();
+        m_Index->Search([&](CBoundingRect<double> const & r) { return around.Overlaps(r); },
+                        [&](std::size_t k)
+                        {
+                            m_Found.push_back(k);
+                            return m_Found.size() <= MaxNearby;
+                        });
+    }
+
+    std::vector<TPoint<double>> const & m_Points;
+    CChainIndex const* m_Index;
+    std::size_t m_Block = static_cast<std::size_t>(-1);
+    std::vector<std::size_t> m_Found; ///< near the rest of the block
+};
+
 } // namespace
 
 CPathObjectBase::EPathSplitResult CPathObjectPolyline::DetermineSplitPositions(CPathObjectPolyline const & other,
@@ -77,14 +139,12 @@ CPathObjectBase::EPathSplitResult CPathObjectPolyline::DetermineSplitPositions(C
     };
     if (m_BoundingRect.Overlaps(other.m_BoundingRect))
     {
-        CChainIndex const* const theirIndex = other.FindSegmentIndex(isWorthAnIndex);
+        CNearbySegments nearby(other.m_Points, other.FindSegmentIndex(isWorthAnIndex));
         ForEachSegmentIn(other.m_BoundingRect, m_Points, FindSegmentIndex(isWorthAnIndex),
                          [&](std::size_t i)
                          {
                              SplitEntry* entryOfS = nullptr;
-                             CBoundingRect<double> const rectOfS(m_Points[i], m_Points[i + 1]);
-                             ForEachSegmentIn(rectOfS, other.m_Points, theirIndex,
-                                              [&](std::size_t k) { visitPair(i, k, entryOfS); });
+                             nearby.ForEachAt(m_Points, i, [&](std::size_t k) { visitPair(i, k, entryOfS); });
                          });
     }
     return mine.empty() && theirs.empty() ? eNoSplitPositions : eSplitPositionsFound;
@@ -106,10 +166,12 @@ CPathObjectBase::EPathSplitResult CPathObjectPolyline::DetermineSplitPositions(C
 
 void CPathObjectPolyline::AppendVertexRange(PointIterator first, PointIterator last)
 {
+    m_Points.insert(m_Points.end(), first, last);
     for (; first != last; ++first)
     {
-        AddVertex(first->x, first->y);
+        m_BoundingRect.Include(*first);
     }
+    m_SegmentIndex.Clear();
 }
 
 void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vector<SplitPiece> & pieces) const
@@ -123,10 +185,11 @@ void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vec
     bool hasLast = false;
     bool lastAtVertex = false;
 
-    auto const newPiece = [&]
+    auto const newPiece = [&](PointIterator behind)
     {
         auto piece = std::make_unique<CPathObjectPolyline>();
         piece->SetUserInfo(CloneUserInfo());
+        piece->m_Points.reserve(static_cast<std::size_t>(behind - cur) + 2); // and the two cuts
         if (hasLast && !lastAtVertex)
         {
             piece->AddVertex(last.x, last.y);
@@ -154,7 +217,7 @@ void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vec
             bool const isAtVertex = p == *start && (i == 0 || !(p == last));
             if (!isAtVertex)
             {
-                auto piece = newPiece();
+                auto piece = newPiece(end);
                 piece->AppendVertexRange(cur, end);
                 piece->AddVertex(p.x, p.y);
                 finishPiece(std::move(piece));
@@ -162,7 +225,7 @@ void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vec
             }
             else if (start != m_Points.begin())
             {
-                auto piece = newPiece();
+                auto piece = newPiece(end);
                 piece->AppendVertexRange(cur, end);
                 finishPiece(std::move(piece));
                 cur = start;
@@ -172,7 +235,7 @@ void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vec
             last = p;
         }
     }
-    auto piece = newPiece();
+    auto piece = newPiece(m_Points.end());
     piece->AppendVertexRange(cur, m_Points.end());
     finishPiece(std::move(piece));
 }

@@ -147,10 +147,12 @@ public:
 
 private:
     friend struct CTestAccess;
+    friend struct CPolylineInternals;
     friend class CPathObjectArc;
 
     CChainIndex const* FindSegmentIndex(bool isWorthIt) const;
     void AppendVertexRange(PointIterator first, PointIterator last);
+    void ContinueWith(CPathObjectPolyline const & other, bool reverse);
     bool IsClosed() const;
     bool RemoveDuplicatesAndSpikes();
     bool RemoveCollinearVertices(bool mayRemoveStartPoint);
