@@ -19,11 +19,20 @@ constexpr double SmallestRadius = 1e-6; // as a part of the coordinates of the c
 constexpr double SmallestTurn = 1e-14;  // twice the area of start, mid-point, end and centre, as a part of a square
 
 /// An arc so short that the misfit of its ends turns them round can be read as nearly the whole circle, while its
-/// rectangle is that of a part: what the ray may cross lies below the rectangle then.
-bool IsReadBelowRect(CPathObjectArc const & arc)
+/// rectangle is that of a part: the ray may cross it above or below the rectangle then.
+bool IsReadBesideRect(CPathObjectArc const & arc)
 {
-    TPoint<double> const lowest(arc.GetCentre().x, arc.GetCentre().y - arc.GetRadius());
-    return IsPointInSweepByHalves(SweepOf(arc), lowest) && arc.GetBoundingRect().minY > lowest.y + 2.0 * LargestMisfit;
+    CBoundingRect<double> const & rect = arc.GetBoundingRect();
+    TPoint<double> const & centre = arc.GetCentre();
+    double const x = 0.5 * (rect.minX + rect.maxX);
+    double const rise = std::sqrt(std::max(arc.GetRadius() * arc.GetRadius() - (x - centre.x) * (x - centre.x), 0.0));
+    Sweep const sweep = SweepOf(arc);
+    auto const isBeside = [&](double y)
+    {
+        return (y < rect.minY - 2.0 * LargestMisfit || y > rect.maxY + 2.0 * LargestMisfit) &&
+               IsPointInSweepByHalves(sweep, TPoint<double>(x, y));
+    };
+    return isBeside(centre.y - rise) || isBeside(centre.y + rise);
 }
 
 /// A repair moves the centre and leaves the rectangle.
@@ -48,7 +57,7 @@ bool IsSteadyArc(CPathObjectArc const & arc)
            // moved and turned round, it finds its direction again
            radius * std::sqrt(SquareDistance(arc.GetStartPoint(), arc.GetEndPoint())) >
                SmallestTurn * (reach + radius) * (reach + radius) &&
-           !IsRectOutdated(arc) && !IsReadBelowRect(arc);
+           !IsRectOutdated(arc) && !IsReadBesideRect(arc);
 }
 
 void CProbeAbscissas::Add(CPathObjectArc const & arc)
