@@ -12,6 +12,7 @@
 #include <exception>
 #include <fstream>
 #include <optional>
+#include <stdexcept>
 
 #include <malloc.h>
 #include <sys/wait.h>
@@ -29,6 +30,28 @@ struct COptions
     std::string only;
 };
 
+/// What `run` answers in a process of its own, whose heap nobody else has used.
+template <typename Answer, typename Run>
+Answer RunApart(Run const & run)
+{
+    int ends[2];
+    if (pipe(ends) != 0) throw std::runtime_error("no pipe");
+    std::fflush(stdout);
+    pid_t const child = fork();
+    if (child == 0)
+    {
+        Answer const answer = run();
+        _exit(write(ends[1], &answer, sizeof answer) == sizeof answer ? 0 : 1);
+    }
+    Answer answer{};
+    close(ends[1]);
+    bool const isRead = child > 0 && read(ends[0], &answer, sizeof answer) == sizeof answer;
+    close(ends[0]);
+    if (child > 0) waitpid(child, nullptr, 0);
+    if (!isRead) throw std::runtime_error("a run failed");
+    return answer;
+}
+
 /// truearc or another library, with one workload.
 struct CContestant
 {
@@ -41,7 +64,7 @@ struct CContestant
 
     void RunOnce()
     {
-        COutcome const outcome = run();
+        COutcome const outcome = RunApart<COutcome>(run);
         milliseconds.push_back(outcome.milliseconds);
         value = outcome.value;
     }
@@ -201,25 +224,6 @@ double MeasurePeak(bench::CSeries const & series, int size)
     return (MemoryStatus("VmHWM") - before) / (2.0 * size);
 }
 
-/// In a process of its own, which nothing else grows meanwhile.
-double MeasurePeakApart(bench::CSeries const & series, int size)
-{
-    int ends[2];
-    if (pipe(ends) != 0) return NAN;
-    pid_t const child = fork();
-    if (child == 0)
-    {
-        double const peak = MeasurePeak(series, size);
-        _exit(write(ends[1], &peak, sizeof peak) == sizeof peak ? 0 : 1);
-    }
-    double peak = NAN;
-    close(ends[1]);
-    if (child < 0 || read(ends[0], &peak, sizeof peak) != sizeof peak) peak = NAN;
-    close(ends[0]);
-    if (child > 0) waitpid(child, nullptr, 0);
-    return peak;
-}
-
 void MeasureMemory(bench::CSeries const & series, bool isQuick)
 {
     constexpr double Limit = 600.0;
@@ -227,7 +231,7 @@ void MeasureMemory(bench::CSeries const & series, bool isQuick)
         "\n| peak memory beyond the input | n | bytes per input vertex | at most | verdict |\n|---|---|---|---|---|\n");
     for (std::size_t i = series.sizes.size() - 2; i < series.sizes.size() - (isQuick ? 1 : 0); ++i)
     {
-        double const peak = MeasurePeakApart(series, series.sizes[i]);
+        double const peak = RunApart<double>([&] { return MeasurePeak(series, series.sizes[i]); });
         bool const isLargest = i + 1 == series.sizes.size();
         std::printf("| %s | %d | %.0f | %s | %s |\n", series.title.c_str(), series.sizes[i], peak,
                     isLargest ? Formatted("%.0f", Limit).c_str() : "",
