@@ -51,12 +51,15 @@ void NestRings(PolygonVector & rings)
     {
         if (enclosing[i].size() % 2 != 0)
         {
-            // the innermost one around it lies in all others
+            // the innermost one around it lies in all others, unless rings cross: then it may have become a hole itself
             std::size_t const owner = *std::max_element(enclosing[i].begin(), enclosing[i].end(),
                                                         [&](std::size_t a, std::size_t b)
                                                         { return enclosing[a].size() < enclosing[b].size(); });
-            CPolygonInternals::AddAsHole(*rings[owner], *rings[i]);
-            rings[i] = nullptr;
+            if (rings[owner] != nullptr)
+            {
+                CPolygonInternals::AddAsHole(*rings[owner], *rings[i]);
+                rings[i] = nullptr;
+            }
         }
     }
     rings.erase(std::remove(rings.begin(), rings.end(), nullptr), rings.end());

@@ -6,6 +6,7 @@
 
 #include "polygon/booleans.h"
 #include "support/builders.h"
+#include "support/shapes.h"
 #include "support/test_access.h"
 
 namespace geometry
@@ -24,6 +25,21 @@ struct TResult : OwningPolygonVector
 {
     CPolygon const & At(std::size_t i) const { return *at(i); }
 };
+
+TEST(NestRings, ARingInOneThatIsAHoleItselfStaysByItself)
+{
+    // a U, a bar across both its legs, judged to lie in it, and a square on the bar between the legs
+    TResult rings;
+    for (char const* text : {"M 0,0 L 100,0 100,100 60,100 60,20 40,20 40,100 0,100 Z",
+                             "M 10,30 L 90,30 90,40 90,50 10,50 Z", "M 45,35 L 55,35 55,45 45,45 Z"})
+    {
+        PushPolygon(rings, test::MakePolygon(test::ParseShape(text)));
+    }
+    NestRings(rings);
+    ASSERT_EQ(rings.size(), 2U);
+    EXPECT_EQ(rings.At(0).GetHoles().size(), 1U);
+    EXPECT_EQ(rings.At(1).GetArea(), 100.0);
+}
 
 TEST(Subtract, AHolePolygonStrictlyInsideLeavesAnIsland)
 {
