@@ -325,7 +325,8 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCoinciden
     this->m_Status = this->eStatusCoincident;
     if (this->m_Fold != nullptr)
     {
-        return this->eClipRetry; // what is far can't coincide
+        this->m_Fold->Fail(); // what is far can't coincide
+        return this->eClipRetry;
     }
     return this->m_Operation == this->eClipRelationOnly ? this->eClipResultReady : this->CopySubjectToResult();
 }
