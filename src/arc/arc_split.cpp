@@ -21,7 +21,7 @@ namespace
 {
 
 using SplitPoint = CPathObjectBase::SplitPoint;
-using SplitPoints = std::vector<SplitPoint>;
+using SplitPoints = CPathObjectBase::SplitPoints;
 using SplitPiece = CPathObjectBase::SplitPiece;
 using SplitPositionList = CPathObjectBase::SplitPositionList;
 

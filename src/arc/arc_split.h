@@ -13,7 +13,7 @@ class CPathObjectArc;
 
 /// Inserts a cut of `arc` so that the cuts stand in path order, from start to end. Cuts at the start are never
 /// overtaken; nothing is filtered out.
-void InsertArcSplitPoint(CPathObjectArc const & arc, std::vector<CPathObjectBase::SplitPoint> & points,
+void InsertArcSplitPoint(CPathObjectArc const & arc, CPathObjectBase::SplitPoints & points,
                          CPathObjectBase::SplitPoint const & point);
 
 } // namespace geometry

@@ -13,14 +13,14 @@ template <typename T>
 class CPolygonClipGreinerHormannBased<T>::CGreinerHormannAddPathHelper : public CPolygonClipBase<T>::CAddPathHelper
 {
 public:
-    CGreinerHormannAddPathHelper(CPathObjectHolder** head, CBoundingRect<double>* rect)
-        : CAddPathHelper(head), m_Rect(rect)
+    CGreinerHormannAddPathHelper(CPathObjectHolder** head, CBoundingRect<double>* rect, CRingMemory & memory)
+        : CAddPathHelper(head), m_Rect(rect), m_Memory(memory)
     {
     }
 
     void AddPathObject(CPathObjectBase const* object) override
     {
-        Link(std::make_unique<CPathObjectHolder>())->m_SharedObject = object;
+        AddHolder()->m_SharedObject = object;
         m_Rect->Include(object->GetBoundingRect());
     }
 
@@ -32,23 +32,23 @@ public:
         {
             copy->TryToCorrectProblems();
         }
-        auto holder = std::make_unique<CPathObjectHolder>();
         m_Rect->Include(copy->GetBoundingRect());
-        holder->m_OwnObject = copy.release();
-        Link(std::move(holder));
+        AddHolder()->m_OwnObject = copy.release();
     }
 
 private:
-    CPathObjectHolder* Link(std::unique_ptr<CPathObjectHolder> holder)
+    CPathObjectHolder* AddHolder()
     {
+        CPathObjectHolder* const holder = MakeHolder(m_Memory);
         holder->m_Previous = m_Last;
         CPathObjectHolder*& link = m_Last != nullptr ? m_Last->m_Next : *this->m_Head;
-        link = m_Last = holder.release();
+        link = m_Last = holder;
         return m_Last;
     }
 
     CPathObjectHolder* m_Last = nullptr; ///< the holder added last; not owned
     CBoundingRect<double>* m_Rect;       ///< the clipper's rectangle of that ring; not owned
+    CRingMemory & m_Memory;              ///< the clipper's
 };
 
 template <typename T>
@@ -64,6 +64,7 @@ void CPolygonClipGreinerHormannBased<T>::Clear()
     m_Results = nullptr;
     DeleteRing(m_SubjectRing);
     DeleteRing(m_ClipRing);
+    m_Memory.Release();
     m_Fold.reset();
     m_Source = nullptr;
 }
@@ -73,7 +74,7 @@ typename CPolygonClipBase<T>::CAddPathHelper* CPolygonClipGreinerHormannBased<T>
 {
     DeleteRing(m_SubjectRing);
     m_SubjectRect.Reset();
-    return new CGreinerHormannAddPathHelper(&m_SubjectRing, &m_SubjectRect);
+    return new CGreinerHormannAddPathHelper(&m_SubjectRing, &m_SubjectRect, m_Memory);
 }
 
 template <typename T>
@@ -81,7 +82,7 @@ typename CPolygonClipBase<T>::CAddPathHelper* CPolygonClipGreinerHormannBased<T>
 {
     DeleteRing(m_ClipRing);
     m_ClipRect.Reset();
-    return new CGreinerHormannAddPathHelper(&m_ClipRing, &m_ClipRect);
+    return new CGreinerHormannAddPathHelper(&m_ClipRing, &m_ClipRect, m_Memory);
 }
 
 namespace
@@ -202,6 +203,7 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::DoClip()
 {
     bool const sameWinding = this->m_SubjectWinding == this->m_ClipWinding;
     EIntersectionOutcome const outcome = FindAndSplitIntersections(this->m_SubjectRing, this->m_ClipRing, sameWinding);
+    this->m_Memory.ReleaseCuts();
     m_SubjectIndex.Serve(this->m_SubjectRing, this->m_Fold.get());
     m_ClipIndex.Serve(this->m_ClipRing, nullptr);
     switch (outcome)

@@ -53,6 +53,7 @@ protected:
     EClipResult RunFolded(CPolygon const & first, CPolygon const & second);
     void ReadFolded(CPolygon const & first, TPoint<double> const* shift);
 
+    CRingMemory m_Memory;                       ///< of both rings
     CLinkedPathObject* m_Results = nullptr;     ///< head of the chain of result rings; owned
     CPathObjectHolder* m_SubjectRing = nullptr; ///< a holder of the ring; the ring is owned
     CPathObjectHolder* m_ClipRing = nullptr;    ///< a holder of the ring; the ring is owned
@@ -93,6 +94,12 @@ enum class EIntersectionOutcome
     eNoIntersections = 1, ///< no piece begins at an intersection
     eSameTrack = 3        ///< the rings are the same track
 };
+
+/// Notes the cuts of every pair of objects in the lists of their holders. True if every holder of the subject ring was
+/// touched; for a polyline that also means: the lists of a pair weren't empty after its turn. Pairs whose rectangles are
+/// apart have no cuts and are passed over if there is an index, but for a polyline they still count as touched once the
+/// other's list holds anything.
+bool NoteCuts(CPathObjectHolder* subject, CPathObjectHolder* clip);
 
 /// Cuts both closed rings at all their crossings, a holder a piece, and links the two holders of each crossing.
 /// `sameWinding`: the rings run in the same sense, and so meet several crossings at one point in the same order.

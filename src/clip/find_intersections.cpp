@@ -64,10 +64,9 @@ std::unique_ptr<CChainIndex> MakeIndex(std::vector<CPathObjectHolder*> const & h
     return std::make_unique<CChainIndex>(std::move(rects));
 }
 
-/// Notes the cuts of every pair. True if every holder of the subject ring was touched; for a polyline that also
-/// means: the lists of a pair weren't empty after its turn. Pairs whose rectangles are apart have no cuts and are passed
-/// over if there is an index, but for a polyline they still count as touched once the other's list holds anything.
-bool CollectSplitPositions(CPathObjectHolder* subject, CPathObjectHolder* clip)
+} // namespace
+
+bool NoteCuts(CPathObjectHolder* subject, CPathObjectHolder* clip)
 {
     std::vector<CPathObjectHolder*> const others = HoldersOf(clip);
     CSplitEntryFinder const finder;
@@ -108,25 +107,30 @@ bool CollectSplitPositions(CPathObjectHolder* subject, CPathObjectHolder* clip)
     return allTouched;
 }
 
-void CutObjects(CPathObjectHolder* ring)
+namespace
 {
-    ForEachHolder(ring, [](CPathObjectHolder* holder)
-                  { holder->GetPathObject()->DoSplits(holder->m_SplitPositions, holder->m_Pieces); });
-}
 
-/// Moves the pieces of `holder` into holders: the first into `holder` itself, each further one into a new holder
-/// behind the one before it. `onPiece` is called with the holder of each piece. True if a piece begins at a crossing.
+/// Cuts the object of `holder` along the noted cuts, which have done their service then, and moves the pieces into
+/// holders: the first into `holder` itself, each further one into a new holder behind the one before it. `onPiece` is
+/// called with the holder of each piece. True if a piece begins at a crossing. `space`: memory to be used again.
 template <typename OnPiece>
-bool PlacePieces(CPathObjectHolder* holder, OnPiece onPiece)
+bool CutObject(CPathObjectHolder* holder, std::vector<CPathObjectBase::SplitPiece> & space, OnPiece onPiece)
 {
+    if (holder->m_SplitPositions.empty())
+    {
+        return false;
+    }
+    space.clear();
+    holder->m_Pieces.swap(space);
+    holder->GetPathObject()->DoSplits(holder->m_SplitPositions, holder->m_Pieces);
+    holder->m_SplitPositions.clear();
     bool hasIntersection = false;
     CPathObjectHolder* last = holder;
-    for (std::size_t i = 0; i < holder->m_Pieces.size(); ++i)
+    for (CPathObjectBase::SplitPiece & piece : holder->m_Pieces)
     {
-        CPathObjectBase::SplitPiece & piece = holder->m_Pieces[i];
         bool const isIntersection = (piece.second & beginsAtIntersection) != 0;
         bool const isNewVertex = (piece.second & beginsAtOldVertex) == 0;
-        if (i > 0)
+        if (&piece != &holder->m_Pieces.front())
         {
             last = InsertHolder(nullptr, last->m_Next, last, isIntersection);
             last->m_NewVertex = isNewVertex;
@@ -142,6 +146,7 @@ bool PlacePieces(CPathObjectHolder* holder, OnPiece onPiece)
         hasIntersection = hasIntersection || isIntersection;
         onPiece(last);
     }
+    holder->m_Pieces.swap(space);
     return hasIntersection;
 }
 
@@ -181,26 +186,24 @@ bool AreRingsCoincident(CPathObjectHolder const* subject)
 EIntersectionOutcome FindAndSplitIntersections(CPathObjectHolder* subject, CPathObjectHolder* clip, bool sameWinding)
 {
     // all lists must be complete before the first cut: their entries refer to the points of uncut objects
-    bool const allTouched = CollectSplitPositions(subject, clip);
-    CutObjects(subject);
-    CutObjects(clip);
-
+    bool const allTouched = NoteCuts(subject, clip);
     bool hasIntersection = false;
+    std::vector<CPathObjectBase::SplitPiece> space;
     CCandidates candidates(sameWinding);
     ForEachHolder(
         subject, [&](CPathObjectHolder* holder)
-        { hasIntersection |= PlacePieces(holder, [&](CPathObjectHolder* placed) { candidates.Add(placed); }); });
+        { hasIntersection |= CutObject(holder, space, [&](CPathObjectHolder* placed) { candidates.Add(placed); }); });
     ForEachHolder(clip,
                   [&](CPathObjectHolder* holder)
                   {
-                      hasIntersection |= PlacePieces(holder,
-                                                     [&](CPathObjectHolder* placed)
-                                                     {
-                                                         if (placed->m_IsIntersection)
-                                                         {
-                                                             candidates.Pair(placed);
-                                                         }
-                                                     });
+                      hasIntersection |= CutObject(holder, space,
+                                                   [&](CPathObjectHolder* placed)
+                                                   {
+                                                       if (placed->m_IsIntersection)
+                                                       {
+                                                           candidates.Pair(placed);
+                                                       }
+                                                   });
                   });
     ForEachHolder(subject,
                   [](CPathObjectHolder* holder)

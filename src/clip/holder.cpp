@@ -1,6 +1,8 @@
 // Linking and freeing the elements of rings. Everything here works in loops: rings have millions of elements.
 #include "clip/holder.h"
 
+#include <memory>
+#include <new>
 #include <utility>
 
 namespace geometry
@@ -31,6 +33,12 @@ void CPathObjectHolder::TakeObject(CPathObjectBase* object)
     m_SharedObject = nullptr;
 }
 
+CPathObjectHolder* MakeHolder(CRingMemory & memory)
+{
+    void* const place = memory.GetHolders().allocate(sizeof(CPathObjectHolder), alignof(CPathObjectHolder));
+    return new (place) CPathObjectHolder(memory);
+}
+
 void DeleteRing(CPathObjectHolder*& ring)
 {
     while (ring != nullptr)
@@ -40,7 +48,7 @@ void DeleteRing(CPathObjectHolder*& ring)
         CPathObjectHolder* holder = first;
         do
         {
-            delete std::exchange(holder, holder->m_Next);
+            std::destroy_at(std::exchange(holder, holder->m_Next));
         } while (holder != nullptr && holder != first);
         ring = furtherRing;
     }
@@ -49,7 +57,7 @@ void DeleteRing(CPathObjectHolder*& ring)
 CPathObjectHolder* InsertHolder(std::unique_ptr<CPathObjectBase> object, CPathObjectHolder* next,
                                 CPathObjectHolder* previous, bool intersection)
 {
-    auto* const holder = new CPathObjectHolder;
+    CPathObjectHolder* const holder = MakeHolder(*previous->m_Memory);
     holder->m_OwnObject = object.release();
     holder->m_IsIntersection = intersection;
     holder->m_WasIntersection = intersection;

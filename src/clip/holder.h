@@ -9,6 +9,8 @@
 
 #include <geometry/path/path_object_base.h>
 
+#include "clip/ring_memory.h"
+
 namespace geometry
 {
 
@@ -20,7 +22,7 @@ struct TFoldedRun;
 class CPathObjectHolder
 {
 public:
-    CPathObjectHolder() = default;
+    explicit CPathObjectHolder(CRingMemory & memory) : m_SplitPositions(&memory.GetCuts()), m_Memory(&memory) {}
     CPathObjectHolder(CPathObjectHolder const &) = delete;
     CPathObjectHolder & operator=(CPathObjectHolder const &) = delete;
     /// Deletes the own object and the pieces that no holder has taken over yet, but no linked holder.
@@ -52,6 +54,7 @@ public:
     bool m_WasIntersection = false;                      ///< stays when `m_IsIntersection` is cleared
     TFoldedRun const* m_Run = nullptr; ///< what the holder stands for if that is more than its object, which then is a
                                        ///< segment from the start to the end of it; not owned
+    CRingMemory* m_Memory;             ///< of the ring; not owned
 };
 
 /// Values of `CPathObjectHolder::m_Direction`.
@@ -62,7 +65,10 @@ enum EWalkDirection
     eWalkForward = 2   ///< the part of the ring after the holder belongs to the result
 };
 
-/// Deletes all holders of a ring, open or closed, and sets the pointer to null.
+/// A new holder, not linked yet. It goes with the ring that it is linked into.
+CPathObjectHolder* MakeHolder(CRingMemory & memory);
+
+/// Destroys all holders of a ring, open or closed, and sets the pointer to null.
 void DeleteRing(CPathObjectHolder*& ring);
 
 /// A new holder that owns `object`, linked between `previous` and `next`.

@@ -4,6 +4,7 @@
 #include <geometry/path/path_object_polyline.h>
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 
 #include <geometry/arc/path_object_arc.h>
@@ -19,6 +20,22 @@ namespace
 {
 
 constexpr std::size_t MinPairsForIndex = 4096; // of segments; below, the loops over all of them are faster
+
+constexpr std::size_t SegmentsInBlock = 8;
+
+/// None of the segments from `first` to before `last` overlaps `rect`: what is around all of them is clearly apart.
+bool IsBlockApart(CBoundingRect<double> const & rect, std::vector<TPoint<double>> const & points, std::size_t first,
+                  std::size_t last)
+{
+    CBoundingRect<double> around;
+    double sum = 0.0;
+    for (std::size_t i = first; i <= last; ++i)
+    {
+        around.Include(points[i]);
+        sum += points[i].x + points[i].y;
+    }
+    return std::isfinite(sum) && IsIndexUsed(!rect.Overlaps(around)); // numbers that are none overlap everything
+}
 
 /// Calls `visit(i)` for each segment whose rectangle overlaps `rect`, in path order. `index`: of the segments, or null.
 template <typename Visit>
@@ -36,16 +53,23 @@ void ForEachSegmentIn(CBoundingRect<double> const & rect, std::vector<TPoint<dou
                       });
         return;
     }
-    for (std::size_t i = 0; i + 1 < points.size(); ++i)
+    for (std::size_t block = 0; block + 1 < points.size(); block += SegmentsInBlock)
     {
-        if (overlaps(CBoundingRect<double>(points[i], points[i + 1])))
+        std::size_t const end = std::min(block + SegmentsInBlock, points.size() - 1);
+        if (IsBlockApart(rect, points, block, end))
         {
-            visit(i);
+            continue;
+        }
+        for (std::size_t i = block; i < end; ++i)
+        {
+            if (overlaps(CBoundingRect<double>(points[i], points[i + 1])))
+            {
+                visit(i);
+            }
         }
     }
 }
 
-constexpr std::size_t SegmentsInBlock = 8;
 constexpr std::size_t MaxNearby = 64; // of a block; with more, searches for single segments are better
 
 /// The segments of one polyline that are near those of another, which come in path order: they are looked up for a block
@@ -140,7 +164,7 @@ CPathObjectBase::EPathSplitResult CPathObjectPolyline::DetermineSplitPositions(C
     if (m_BoundingRect.Overlaps(other.m_BoundingRect))
     {
         CNearbySegments nearby(other.m_Points, other.FindSegmentIndex(isWorthAnIndex));
-        ForEachSegmentIn(other.m_BoundingRect, m_Points, FindSegmentIndex(isWorthAnIndex),
+        ForEachSegmentIn(other.m_BoundingRect, m_Points, FindSegmentIndex(false),
                          [&](std::size_t i)
                          {
                              SplitEntry* entryOfS = nullptr;
@@ -185,19 +209,23 @@ void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vec
     bool hasLast = false;
     bool lastAtVertex = false;
 
-    auto const newPiece = [&](PointIterator behind)
+    // from the last cut, if it is between vertices, along those before `behind`, to the cut `to` if there is one
+    auto const addPiece = [&](PointIterator behind, SplitPoint const* to)
     {
         auto piece = std::make_unique<CPathObjectPolyline>();
         piece->SetUserInfo(CloneUserInfo());
-        piece->m_Points.reserve(static_cast<std::size_t>(behind - cur) + 2); // and the two cuts
-        if (hasLast && !lastAtVertex)
+        bool const beginsBetween = hasLast && !lastAtVertex;
+        piece->m_Points.reserve(static_cast<std::size_t>(behind - cur) + (beginsBetween ? 1 : 0) +
+                                (to != nullptr ? 1 : 0));
+        if (beginsBetween)
         {
             piece->AddVertex(last.x, last.y);
         }
-        return piece;
-    };
-    auto const finishPiece = [&](std::unique_ptr<CPathObjectPolyline> piece)
-    {
+        piece->AppendVertexRange(cur, behind);
+        if (to != nullptr)
+        {
+            piece->AddVertex(to->x, to->y);
+        }
         if (piece->IsValid())
         {
             int const flags = (hasLast ? 1 : 0) | (lastAtVertex ? 2 : 0);
@@ -205,11 +233,11 @@ void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vec
             piece.release();
         }
     };
-
+    pieces.reserve(pieces.size() + positions.size() + 1); // mostly one cut a segment
     for (SplitEntry const & entry : positions)
     {
         auto const [start, end] = entry.first;
-        std::vector<SplitPoint> const & cuts = entry.second;
+        SplitPoints const & cuts = entry.second;
         for (std::size_t i = 0; i < cuts.size(); ++i)
         {
             SplitPoint const & p = cuts[i];
@@ -217,17 +245,12 @@ void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vec
             bool const isAtVertex = p == *start && (i == 0 || !(p == last));
             if (!isAtVertex)
             {
-                auto piece = newPiece(end);
-                piece->AppendVertexRange(cur, end);
-                piece->AddVertex(p.x, p.y);
-                finishPiece(std::move(piece));
+                addPiece(end, &p);
                 cur = end;
             }
             else if (start != m_Points.begin())
             {
-                auto piece = newPiece(end);
-                piece->AppendVertexRange(cur, end);
-                finishPiece(std::move(piece));
+                addPiece(end, nullptr);
                 cur = start;
             }
             lastAtVertex = isAtVertex;
@@ -235,9 +258,7 @@ void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vec
             last = p;
         }
     }
-    auto piece = newPiece(m_Points.end());
-    piece->AppendVertexRange(cur, m_Points.end());
-    finishPiece(std::move(piece));
+    addPiece(m_Points.end(), nullptr);
 }
 
 } // namespace geometry

@@ -5,6 +5,9 @@
 #include <bit>
 #include <cassert>
 #include <cmath>
+#include <iterator>
+#include <tuple>
+#include <utility>
 
 #include "numeric/chain_index.h"
 #include "path/segment_kernels.h"
@@ -22,7 +25,16 @@ using PointIterator = CPathObjectBase::PointIterator;
 constexpr std::size_t LongListSize = 64;
 constexpr std::size_t LongEntrySize = 32;
 
+constexpr int StepsFromLast = 8;
+constexpr int WalksBeforeTable = 4;
+
 thread_local CSplitEntryFinder* currentFinder = nullptr;
+
+SplitPositionList::iterator AddBefore(SplitPositionList & list, SplitPositionList::iterator place, PointIterator start,
+                                      PointIterator end)
+{
+    return list.emplace(place, std::piecewise_construct, std::make_tuple(start, end), std::make_tuple());
+}
 
 } // namespace
 
@@ -79,47 +91,98 @@ CSplitEntryPlaces::Entry const* CSplitEntryPlaces::FindAtOrBehind(std::size_t se
     return nullptr;
 }
 
-CSplitEntryPlaces & CSplitEntryFinder::PlacesOf(SplitPositionList & list, PointIterator pathEnd)
+/// Steps from the last entry to the first one that isn't before `start`; false if that is far.
+bool CSplitEntryPlaces::FindNearLast(PointIterator start)
 {
-    CSplitEntryPlaces & places = m_Places[&list];
-    if (places.IsEmpty())
+    auto const isBefore = [start](Entry entry) { return entry->first.first < start; };
+    Entry entry = m_Last;
+    int steps = 0;
+    while (entry != m_List.end() && isBefore(entry) && ++steps < StepsFromLast)
     {
-        for (auto entry = list.begin(); entry != list.end(); ++entry)
+        ++entry;
+    }
+    while (entry != m_List.begin() && !isBefore(std::prev(entry)) && ++steps < StepsFromLast)
+    {
+        --entry;
+    }
+    m_Last = entry;
+    return steps < StepsFromLast;
+}
+
+/// The same with no regard to the last entry: a few times by a walk, and then by the table.
+void CSplitEntryPlaces::FindFarFromLast(PointIterator start, PointIterator pathEnd)
+{
+    if (m_Walks < WalksBeforeTable)
+    {
+        ++m_Walks;
+        m_Last = std::find_if(m_List.begin(), m_List.end(),
+                              [&](SplitEntry const & entry) { return !(entry.first.first < start); });
+        return;
+    }
+    if (m_Entries.empty())
+    {
+        for (auto entry = m_List.begin(); entry != m_List.end(); ++entry)
         {
-            places.Set(static_cast<std::size_t>(pathEnd - entry->first.first), entry);
+            Set(static_cast<std::size_t>(pathEnd - entry->first.first), entry);
         }
     }
-    return places;
+    Entry const* const next = FindAtOrBehind(static_cast<std::size_t>(pathEnd - start));
+    m_Last = next == nullptr ? m_List.end() : *next;
+}
+
+CSplitEntryPlaces::Entry CSplitEntryPlaces::FindOrAdd(PointIterator start, PointIterator end, PointIterator pathEnd)
+{
+    if (!FindNearLast(start))
+    {
+        FindFarFromLast(start, pathEnd);
+    }
+    if (m_Last == m_List.end() || m_Last->first.first != start)
+    {
+        m_Last = AddBefore(m_List, m_Last, start, end);
+        if (!m_Entries.empty())
+        {
+            Set(static_cast<std::size_t>(pathEnd - start), m_Last);
+        }
+    }
+    return m_Last;
+}
+
+CSplitEntryPlaces & CSplitEntryFinder::PlacesOf(SplitPositionList & list)
+{
+    for (TKnown const & known : m_Known)
+    {
+        if (known.list == &list)
+        {
+            return *known.places;
+        }
+    }
+    m_Known[0] = m_Known[1];
+    m_Known[1] = {&list, &m_Places.try_emplace(&list, list).first->second};
+    return *m_Known[1].places;
 }
 
 SplitEntry & FindOrAddSplitEntry(SplitPositionList & list, PointIterator start, PointIterator end,
                                  PointIterator pathEnd)
 {
     assert(start < pathEnd && end < pathEnd);
-    auto const add = [&](SplitPositionList::iterator place)
-    { return list.emplace(place, std::make_pair(start, end), std::vector<CPathObjectBase::SplitPoint>()); };
     if (currentFinder != nullptr && IsIndexUsed(list.size() >= LongListSize))
     {
-        CSplitEntryPlaces & places = currentFinder->PlacesOf(list, pathEnd);
-        auto const segment = static_cast<std::size_t>(pathEnd - start);
-        CSplitEntryPlaces::Entry const* const next = places.FindAtOrBehind(segment);
-        if (next != nullptr && (*next)->first.first == start)
-        {
-            return **next;
-        }
-        auto const added = add(next == nullptr ? list.end() : *next);
-        places.Set(segment, added);
-        return *added;
+        return *currentFinder->PlacesOf(list).FindOrAdd(start, end, pathEnd);
     }
     // the entries stand in the order of the segments: the first one that isn't before `start` decides
     auto const place =
         std::find_if(list.begin(), list.end(), [&](auto const & entry) { return !(entry.first.first < start); });
-    return place != list.end() && place->first.first == start ? *place : *add(place);
+    return place != list.end() && place->first.first == start ? *place : *AddBefore(list, place, start, end);
 }
 
-void InsertSplitPoint(std::vector<CPathObjectBase::SplitPoint> & points, CPathObjectBase::SplitPoint const & point,
+void InsertSplitPoint(CPathObjectBase::SplitPoints & points, CPathObjectBase::SplitPoint const & point,
                       CPathObjectBase::SplitPoint const & origin)
 {
+    if (points.empty())
+    {
+        points.push_back(point);
+        return;
+    }
     double const distance = SquareDistance(point, origin);
     auto const isFarther = [&](auto const & present) { return SquareDistance(present, origin) > distance; };
     bool const isLong = std::isfinite(distance) && IsIndexUsed(points.size() >= LongEntrySize);

@@ -11,23 +11,35 @@
 namespace geometry
 {
 
-/// The entries of a list by their segments, which are counted from the end of the path. Above them a pyramid of bits, one
-/// for 64 of the level below, tells which are there.
+/// The entries of one list: the one found last, since the next one is mostly near it, and, once that wasn't so a few
+/// times, a table by their segments, which are counted from the end of the path. Above it a pyramid of bits, one for 64 of the level
+/// below, tells which are there.
 class CSplitEntryPlaces
 {
 public:
-    using Entry = CPathObjectBase::SplitPositionList::iterator;
+    using List = CPathObjectBase::SplitPositionList;
+    using Entry = List::iterator;
 
-    bool IsEmpty() const { return m_Entries.empty(); }
+    explicit CSplitEntryPlaces(List & list) : m_List(list), m_Last(list.begin()) {}
+
+    /// As `FindOrAddSplitEntry`.
+    Entry FindOrAdd(CPathObjectBase::PointIterator start, CPathObjectBase::PointIterator end,
+                    CPathObjectBase::PointIterator pathEnd);
+
+private:
+    bool FindNearLast(CPathObjectBase::PointIterator start);
+    void FindFarFromLast(CPathObjectBase::PointIterator start, CPathObjectBase::PointIterator pathEnd);
     void Set(std::size_t segment, Entry entry);
     /// The entry of the segment, or else that of the nearest one behind it in the path; null if there is none.
     Entry const* FindAtOrBehind(std::size_t segment) const;
 
-private:
     static constexpr unsigned int LevelBits = 6;
     static constexpr std::size_t LevelCount = 7;
 
-    std::vector<Entry> m_Entries;
+    List & m_List;
+    Entry m_Last; ///< the first one that isn't before the segment asked for last
+    int m_Walks = 0;
+    std::vector<Entry> m_Entries; ///< empty until it is needed
     std::array<std::vector<std::uint64_t>, LevelCount> m_Levels;
 };
 
@@ -41,11 +53,18 @@ public:
     CSplitEntryFinder & operator=(CSplitEntryFinder const &) = delete;
     ~CSplitEntryFinder();
 
-    CSplitEntryPlaces & PlacesOf(CPathObjectBase::SplitPositionList & list, CPathObjectBase::PointIterator pathEnd);
+    CSplitEntryPlaces & PlacesOf(CPathObjectBase::SplitPositionList & list);
 
 private:
+    struct TKnown
+    {
+        CPathObjectBase::SplitPositionList* list = nullptr;
+        CSplitEntryPlaces* places = nullptr;
+    };
+
     CSplitEntryFinder* m_Outer; ///< the one that was there before
     std::unordered_map<CPathObjectBase::SplitPositionList*, CSplitEntryPlaces> m_Places;
+    std::array<TKnown, 2> m_Known; ///< the two lists asked for last: those of a pair
 };
 
 /// The entry of the segment `start` to `end`, made at its place in the order of the segments if there is none.
@@ -57,7 +76,7 @@ CPathObjectBase::SplitEntry & FindOrAddSplitEntry(CPathObjectBase::SplitPosition
 
 /// Inserts `point` by its distance from `origin`; equal distances stay in the order of their arrival, and duplicates
 /// stay.
-void InsertSplitPoint(std::vector<CPathObjectBase::SplitPoint> & points, CPathObjectBase::SplitPoint const & point,
+void InsertSplitPoint(CPathObjectBase::SplitPoints & points, CPathObjectBase::SplitPoint const & point,
                       CPathObjectBase::SplitPoint const & origin);
 
 } // namespace geometry

@@ -229,7 +229,8 @@ TEST(LongRings, AMillionElementsAreFreedWithoutRecursion)
     constexpr int count = 1000000;
     auto* const head = new CLinkedPathObject(nullptr);
     CLinkedPathObject* last = head;
-    CPathObjectHolder* ring = new CPathObjectHolder;
+    CRingMemory memory;
+    CPathObjectHolder* ring = MakeHolder(memory);
     ring->m_Next = ring->m_Previous = ring;
     for (int i = 0; i < count; ++i)
     {

@@ -53,9 +53,9 @@ std::string Fingerprint(Shape const & first, Shape const & second, EIndexUse use
 using Make = Shape (*)(CShapeGenerator & generator);
 
 /// The ring of an outline as a clip reads it.
-CPathObjectHolder* MakeRing(CPolygon const & polygon)
+CPathObjectHolder* MakeRing(CPolygon const & polygon, CRingMemory & memory)
 {
-    auto* const ring = new CPathObjectHolder;
+    CPathObjectHolder* const ring = MakeHolder(memory);
     ring->m_Next = ring->m_Previous = ring;
     for (CPathObjectBase const* object : polygon.GetOutline())
     {
@@ -91,7 +91,12 @@ std::string Stages(CPolygon const & first, CPolygon const & second, EIndexUse us
     TIndexUse const guard(use);
     std::ostringstream text;
     text << std::hexfloat;
-    CPathObjectHolder *subject = MakeRing(second), *clip = MakeRing(first);
+    CRingMemory memory;
+    CPathObjectHolder *subject = MakeRing(second, memory), *clip = MakeRing(first, memory);
+    text << NoteCuts(subject, clip);
+    PrintRings(text, subject, clip);
+    DeleteRing(subject), DeleteRing(clip);
+    subject = MakeRing(second, memory), clip = MakeRing(first, memory);
     bool const sameWinding = CTestAccess::GetWinding(first) == CTestAccess::GetWinding(second);
     auto const outcome = FindAndSplitIntersections(subject, clip, sameWinding);
     text << static_cast<int>(outcome);

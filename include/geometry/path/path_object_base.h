@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <list>
+#include <memory_resource>
 #include <string>
 #include <utility>
 #include <vector>
@@ -92,9 +93,10 @@ public:
 
     /// `first`: start and end vertex of one segment. `second`: the cuts on it by growing distance from its start.
     /// An arc has at most one entry, whose iterators mean nothing.
-    using SplitEntry = std::pair<std::pair<PointIterator, PointIterator>, std::vector<SplitPoint>>;
+    using SplitPoints = std::pmr::vector<SplitPoint>;
+    using SplitEntry = std::pair<std::pair<PointIterator, PointIterator>, SplitPoints>;
     /// The cuts of one object, in the order of its segments. Valid only until the object changes.
-    using SplitPositionList = std::list<SplitEntry>;
+    using SplitPositionList = std::pmr::list<SplitEntry>;
 
     /// `first`: a new object, owned by whoever holds the vector of pieces. `second`: how the piece begins: bit 0, at
     /// an intersection; bit 1, that intersection lies on a vertex that was there before. 0 own start, 1 or 3
