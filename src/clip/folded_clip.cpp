@@ -192,8 +192,24 @@ double CPolygonClipGreinerHormannBased<T>::GetResultLength() const
 namespace
 {
 
+/// A ring of one closed object, as most are where outlines have no arcs.
+std::unique_ptr<CPolygon> TakeClosedObject(CPathObjectBase*& object)
+{
+    CPolygon::PathObjects outline(1, object);
+    auto polygon = std::make_unique<CPolygon>();
+    CPolygonInternals::AdoptOutline(*polygon, std::move(outline), object->GetBoundingRect(), CPolygon::eWindingUnknown,
+                                    nullptr);
+    object = nullptr;
+    return polygon;
+}
+
 std::unique_ptr<CPolygon> TakePlainRing(CLinkedPathObject* ring)
 {
+    CPathObjectBase*& first = ring->m_PathObject;
+    if (ring->m_Next == nullptr && first->IsValid() && first->GetEndPoint() == first->GetStartPoint())
+    {
+        return TakeClosedObject(first);
+    }
     OwnedPathObjects objects;
     for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
     {

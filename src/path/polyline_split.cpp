@@ -93,7 +93,7 @@ public:
             m_Block = i / SegmentsInBlock;
             LookUp(others, i);
         }
-        if (m_Index == nullptr || m_Found.size() > MaxNearby)
+        if (!m_IsFewFound)
         {
             ForEachSegmentIn(rect, m_Points, m_Index, visit);
             return;
@@ -115,18 +115,13 @@ private:
         {
             around.Include(others[i]);
         }
-        m_Found.clear();
-        m_Index->Search([&](CBoundingRect<double> const & r) { return around.Overlaps(r); },
-                        [&](std::size_t k)
-                        {
-                            m_Found.push_back(k);
-                            return m_Found.size() <= MaxNearby;
-                        });
+        m_IsFewFound = m_Index->FindOverlapping(around, MaxNearby, m_Found);
     }
 
     std::vector<TPoint<double>> const & m_Points;
     CChainIndex const* m_Index;
     std::size_t m_Block = static_cast<std::size_t>(-1);
+    bool m_IsFewFound = false;        ///< else single searches are better
     std::vector<std::size_t> m_Found; ///< near the rest of the block
 };
 

@@ -4,6 +4,7 @@
 #include "polygon/area.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numeric>
 
@@ -173,9 +174,48 @@ bool IsInLoop(TPoint<double> const & point, Loop const & loop)
     return (count & 1U) != 0;
 }
 
+constexpr std::size_t FewEdges = 8;
+
+/// The outline passes no point twice. Tells it of outlines with few edges only.
+bool IsSmallLoop(CPolygon::PathObjects const & outline)
+{
+    std::array<TPoint<double> const*, FewEdges> starts;
+    std::size_t count = 0;
+    auto const isNew = [&](TPoint<double> const & point)
+    {
+        bool const isKnown =
+            std::any_of(starts.begin(), starts.begin() + count, [&](auto const* start) { return *start == point; });
+        starts[count] = &point;
+        return !isKnown && ++count < FewEdges;
+    };
+    for (CPathObjectBase const* object : outline)
+    {
+        if (AsArc(*object) != nullptr)
+        {
+            if (!isNew(object->GetStartPoint()))
+            {
+                return false;
+            }
+            continue;
+        }
+        for (auto p = object->GetPointsBegin(); object->GetPointsEnd() - p > 1; ++p)
+        {
+            if (!isNew(*p))
+            {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
 /// The area of the points that lie in an odd number of the loops of the outline.
 double OutlineArea(CPolygon::PathObjects const & outline)
 {
+    if (IsSmallLoop(outline))
+    {
+        return std::fabs(SignedOutlineArea(outline));
+    }
     std::vector<Loop> const loops = SplitIntoLoops(EdgesOf(outline));
     double area = 0.0;
     for (Loop const & loop : loops)

@@ -11,32 +11,96 @@ namespace geometry
 namespace
 {
 
-/// The rings around each ring. Rings come in the order of their tracing, so that neighbours are near each other.
-std::vector<std::vector<std::size_t>> FindEnclosing(PolygonVector const & rings)
+constexpr std::size_t RingsInBlock = 8;
+constexpr std::size_t MaxNearby = 64; // of a block; with more, searches for single rings are better
+
+/// A ring, and one around it.
+struct TEnclosed
 {
-    std::vector<CBoundingRect<double>> rects;
-    for (CPolygon const* ring : rings)
+    std::size_t ring;
+    std::size_t by;
+};
+
+/// Finds the rings around rings. They come in the order of their tracing, so that neighbours are near each other.
+class CNesting
+{
+public:
+    explicit CNesting(PolygonVector const & rings)
+        : m_Rings(rings), m_Index(RectsOf(rings)), m_Areas(rings.size(), -1.0)
     {
-        rects.push_back(ring->GetBoundingRect());
     }
-    CChainIndex const index(rects);
-    std::vector<double> areas(rings.size(), -1.0); // once asked for
-    auto const areaOf = [&](std::size_t i) { return areas[i] < 0.0 ? areas[i] = AreaOf(*rings[i]) : areas[i]; };
-    std::vector<std::vector<std::size_t>> enclosing(rings.size());
-    for (std::size_t i = 0; i < rings.size(); ++i)
+
+    /// All pairs, in the order of the rings.
+    std::vector<TEnclosed> FindEnclosed()
     {
-        index.Search([&](CBoundingRect<double> const & rect) { return rect.ContainsRect(rects[i]); },
-                     [&](std::size_t k)
-                     {
-                         if (k != i && areaOf(k) > areaOf(i) && Encloses(*rings[k], *rings[i]))
-                         {
-                             enclosing[i].push_back(k);
-                         }
-                         return true;
-                     });
+        std::vector<TEnclosed> enclosed;
+        std::vector<std::size_t> nearby;
+        for (std::size_t block = 0; block < m_Rings.size(); block += RingsInBlock)
+        {
+            std::size_t const end = std::min(block + RingsInBlock, m_Rings.size());
+            CBoundingRect<double> around;
+            for (std::size_t i = block; i < end; ++i)
+            {
+                around.Include(m_Index.GetRect(i));
+            }
+            bool const areFew = m_Index.FindOverlapping(around, MaxNearby, nearby);
+            for (std::size_t i = block; i < end; ++i)
+            {
+                ForEachRectAround(i, areFew ? &nearby : nullptr,
+                                  [&](std::size_t k)
+                                  {
+                                      if (k != i && AreaOfRing(k) > AreaOfRing(i) && Encloses(*m_Rings[k], *m_Rings[i]))
+                                      {
+                                          enclosed.push_back({i, k});
+                                      }
+                                  });
+            }
+        }
+        return enclosed;
     }
-    return enclosing;
-}
+
+private:
+    static std::vector<CBoundingRect<double>> RectsOf(PolygonVector const & rings)
+    {
+        std::vector<CBoundingRect<double>> rects;
+        rects.reserve(rings.size());
+        for (CPolygon const* ring : rings)
+        {
+            rects.push_back(ring->GetBoundingRect());
+        }
+        return rects;
+    }
+
+    /// `nearby`: where to look; null if everywhere.
+    template <typename Visit>
+    void ForEachRectAround(std::size_t i, std::vector<std::size_t> const* nearby, Visit const & visit) const
+    {
+        auto const isAround = [&](CBoundingRect<double> const & rect) { return rect.ContainsRect(m_Index.GetRect(i)); };
+        if (nearby == nullptr)
+        {
+            m_Index.Search(isAround,
+                           [&](std::size_t k)
+                           {
+                               visit(k);
+                               return true;
+                           });
+            return;
+        }
+        for (std::size_t const k : *nearby)
+        {
+            if (isAround(m_Index.GetRect(k)))
+            {
+                visit(k);
+            }
+        }
+    }
+
+    double AreaOfRing(std::size_t i) { return m_Areas[i] < 0.0 ? m_Areas[i] = AreaOf(*m_Rings[i]) : m_Areas[i]; }
+
+    PolygonVector const & m_Rings;
+    CChainIndex m_Index;
+    std::vector<double> m_Areas; ///< once asked for
+};
 
 } // namespace
 
@@ -46,21 +110,30 @@ void NestRings(PolygonVector & rings)
     {
         return;
     }
-    auto const enclosing = FindEnclosing(rings);
-    for (std::size_t i = 0; i < rings.size(); ++i)
+    std::vector<TEnclosed> const enclosed = CNesting(rings).FindEnclosed();
+    std::vector<std::size_t> depths(enclosed.empty() ? 0 : rings.size(), 0);
+    for (TEnclosed const & pair : enclosed)
     {
-        if (enclosing[i].size() % 2 != 0)
+        ++depths[pair.ring];
+    }
+    for (auto first = enclosed.begin(); first != enclosed.end();)
+    {
+        std::size_t const ring = first->ring;
+        auto const last = first + static_cast<std::ptrdiff_t>(depths[ring]);
+        if (depths[ring] % 2 != 0)
         {
             // the innermost one around it lies in all others, unless rings cross: then it may have become a hole itself
-            std::size_t const owner = *std::max_element(enclosing[i].begin(), enclosing[i].end(),
-                                                        [&](std::size_t a, std::size_t b)
-                                                        { return enclosing[a].size() < enclosing[b].size(); });
+            std::size_t const owner =
+                std::max_element(first, last,
+                                 [&](TEnclosed const & a, TEnclosed const & b) { return depths[a.by] < depths[b.by]; })
+                    ->by;
             if (rings[owner] != nullptr)
             {
-                CPolygonInternals::AddAsHole(*rings[owner], *rings[i]);
-                rings[i] = nullptr;
+                CPolygonInternals::AddAsHole(*rings[owner], *rings[ring]);
+                rings[ring] = nullptr;
             }
         }
+        first = last;
     }
     rings.erase(std::remove(rings.begin(), rings.end(), nullptr), rings.end());
 }
