@@ -41,11 +41,28 @@ Sweep MakeSweep(TPoint<double> const & start, TPoint<double> const & end, TPoint
 
 } // namespace
 
+/// What needs the four points themselves.
+struct CArcInternals
+{
+    static Sweep MakeSweepOf(CPathObjectArc const & arc);
+};
+
+Sweep CArcInternals::MakeSweepOf(CPathObjectArc const & arc)
+{
+    if (!arc.IsValid())
+    {
+        return MakeSweep(Origin(), Origin(), Origin(), arc.IsCounterClockwise(), arc.GetRadius());
+    }
+    // the ends of a full circle may be a rounding apart, on either side: its sweep is closed exactly
+    TPoint<double> const & start = arc.m_Points[eStart];
+    TPoint<double> const & end = arc.m_Points[eEnd];
+    bool const isFullCircle = start == end && arc.IsFullCircle();
+    return MakeSweep(start, isFullCircle ? start : end, arc.m_Points[eCentre], arc.IsCounterClockwise(), arc.m_Radius);
+}
+
 Sweep SweepOf(CPathObjectArc const & arc)
 {
-    // the ends of a full circle may be a rounding apart, on either side: its sweep is closed exactly
-    TPoint<double> const & end = arc.IsFullCircle() ? arc.GetStartPoint() : arc.GetEndPoint();
-    return MakeSweep(arc.GetStartPoint(), end, arc.GetCentre(), arc.IsCounterClockwise(), arc.GetRadius());
+    return CArcInternals::MakeSweepOf(arc);
 }
 
 // --- construction ---
