@@ -62,39 +62,81 @@ bool IsSteadyArc(CPathObjectArc const & arc)
 
 void CProbeAbscissas::Add(CPathObjectArc const & arc)
 {
+    CBoundingRect<double> const & rect = arc.GetBoundingRect();
     double const x = arc.GetCentre().x;
     double const radius = arc.GetRadius();
     double const room = 10.0 * LargestMisfit + 1e-6 * radius + 1e-9 * (std::fabs(x) + radius);
-    for (double const at : {arc.GetStartPoint().x, arc.GetEndPoint().x, x - radius, x + radius})
+    auto const add = [&](double at)
     {
         m_Intervals.push_back({at - room, at + room});
+        m_Low = std::min(m_Low, at - room);
+        m_High = std::max(m_High, at + room);
+    };
+    add(arc.GetStartPoint().x);
+    add(arc.GetEndPoint().x);
+    // left and right of the arc nothing is to be decided: the line doesn't meet it
+    if (x - radius + 2.0 * room > rect.minX)
+    {
+        add(x - radius);
+    }
+    if (x + radius - 2.0 * room < rect.maxX)
+    {
+        add(x + radius);
     }
 }
 
+std::size_t CProbeAbscissas::CellOf(double x) const
+{
+    return std::min(static_cast<std::size_t>((x - m_Low) * m_CellsPerUnit), m_Cells.size() - 2);
+}
+
+/// The intervals are put into cells by their lower ends. Those of earlier cells begin at lower abscissas.
 void CProbeAbscissas::Prepare()
 {
-    std::sort(m_Intervals.begin(), m_Intervals.end(),
-              [](TInterval const & a, TInterval const & b) { return a.low < b.low; });
-    std::size_t count = 0;
+    if (m_Intervals.empty())
+    {
+        return;
+    }
+    std::size_t const count = m_Intervals.size() / IntervalsInCell + 1;
+    m_Cells.assign(count + 1, TCell());
+    m_CellsPerUnit = static_cast<double>(count) / (m_High - m_Low);
     for (TInterval const & interval : m_Intervals)
     {
-        if (count > 0 && interval.low <= m_Intervals[count - 1].high)
-        {
-            m_Intervals[count - 1].high = std::max(m_Intervals[count - 1].high, interval.high);
-        }
-        else
-        {
-            m_Intervals[count++] = interval;
-        }
+        TCell & next = m_Cells[CellOf(interval.low) + 1];
+        ++next.first;
+        next.highestBefore = std::max(next.highestBefore, interval.high);
     }
-    m_Intervals.resize(count);
+    for (std::size_t i = 1; i <= count; ++i)
+    {
+        m_Cells[i].first += m_Cells[i - 1].first;
+        m_Cells[i].highestBefore = std::max(m_Cells[i].highestBefore, m_Cells[i - 1].highestBefore);
+    }
+    std::vector<TInterval> sorted(m_Intervals.size());
+    for (TInterval const & interval : m_Intervals)
+    {
+        sorted[m_Cells[CellOf(interval.low)].first++] = interval;
+    }
+    m_Intervals.swap(sorted);
+    for (std::size_t i = count; i > 0; --i) // each has moved on to where the next one begins
+    {
+        m_Cells[i].first = m_Cells[i - 1].first;
+    }
+    m_Cells[0].first = 0;
 }
 
 bool CProbeAbscissas::IsNear(double x) const
 {
-    auto const behind = std::upper_bound(m_Intervals.begin(), m_Intervals.end(), x,
-                                         [](double at, TInterval const & interval) { return at < interval.low; });
-    return behind != m_Intervals.begin() && x <= behind[-1].high;
+    if (!(m_Low <= x && x <= m_High))
+    {
+        return false;
+    }
+    TCell const* const cell = &m_Cells[CellOf(x)];
+    bool isNear = x <= cell[0].highestBefore;
+    for (std::size_t i = cell[0].first; i < cell[1].first && !isNear; ++i)
+    {
+        isNear = m_Intervals[i].low <= x && x <= m_Intervals[i].high;
+    }
+    return isNear;
 }
 
 } // namespace geometry

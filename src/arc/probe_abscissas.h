@@ -1,6 +1,7 @@
 // Where a vertical line doesn't tell from the two ends of an arc above a point how often it crosses the arc.
 #pragma once
 
+#include <cfloat>
 #include <vector>
 
 #include <geometry/arc/path_object_arc.h>
@@ -29,7 +30,21 @@ private:
         double low;
         double high;
     };
-    std::vector<TInterval> m_Intervals; ///< once prepared, apart and ascending
+    /// Of equal width. One more stands behind the last, for where its intervals end.
+    struct TCell
+    {
+        std::size_t first = 0;           ///< of the intervals that begin in it
+        double highestBefore = -DBL_MAX; ///< of those that begin in earlier ones
+    };
+    static constexpr std::size_t IntervalsInCell = 2;
+
+    std::size_t CellOf(double x) const;
+
+    std::vector<TInterval> m_Intervals; ///< once prepared, by cells
+    std::vector<TCell> m_Cells;
+    double m_Low = DBL_MAX; ///< of all intervals
+    double m_High = -DBL_MAX;
+    double m_CellsPerUnit = 0.0;
 };
 
 } // namespace geometry
