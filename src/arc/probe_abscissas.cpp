@@ -20,13 +20,11 @@ constexpr double SmallestTurn = 1e-14;  // twice the area of start, mid-point, e
 
 /// An arc so short that the misfit of its ends turns them round can be read as nearly the whole circle, while its
 /// rectangle is that of a part: the ray may cross it above or below the rectangle then.
-bool IsReadBesideRect(CPathObjectArc const & arc)
+bool IsReadBesideRect(CBoundingRect<double> const & rect, Sweep const & sweep)
 {
-    CBoundingRect<double> const & rect = arc.GetBoundingRect();
-    TPoint<double> const & centre = arc.GetCentre();
+    TPoint<double> const & centre = sweep.C;
     double const x = 0.5 * (rect.minX + rect.maxX);
-    double const rise = std::sqrt(std::max(arc.GetRadius() * arc.GetRadius() - (x - centre.x) * (x - centre.x), 0.0));
-    Sweep const sweep = SweepOf(arc);
+    double const rise = std::sqrt(std::max(sweep.r * sweep.r - (x - centre.x) * (x - centre.x), 0.0));
     auto const isBeside = [&](double y)
     {
         return (y < rect.minY - 2.0 * LargestMisfit || y > rect.maxY + 2.0 * LargestMisfit) &&
@@ -36,28 +34,39 @@ bool IsReadBesideRect(CPathObjectArc const & arc)
 }
 
 /// A repair moves the centre and leaves the rectangle.
-bool IsRectOutdated(CPathObjectArc const & arc)
+bool IsRectOutdated(CBoundingRect<double> const & rect, CBoundingRect<double> const & anew)
 {
-    CBoundingRect<double> const & rect = arc.GetBoundingRect();
-    CBoundingRect<double> const anew = CalculateArcBoundingRect(SweepOf(arc));
     return !(rect.minX == anew.minX && rect.minY == anew.minY && rect.maxX == anew.maxX && rect.maxY == anew.maxY);
 }
 
 } // namespace
 
+TArcReading ReadArc(CPathObjectArc const & arc)
+{
+    Sweep const sweep = SweepOf(arc);
+    return {.sweep = sweep,
+            .toA = DistanceBetween(sweep.A, sweep.C),
+            .toB = DistanceBetween(sweep.B, sweep.C),
+            .reach = std::max(std::fabs(sweep.C.x), std::fabs(sweep.C.y)),
+            .rect = CalculateArcBoundingRect(sweep)};
+}
+
 bool IsSteadyArc(CPathObjectArc const & arc)
 {
-    TPoint<double> const & centre = arc.GetCentre();
-    double const radius = arc.GetRadius();
-    double const reach = std::max(std::fabs(centre.x), std::fabs(centre.y));
-    auto const fits = [&](TPoint<double> const & p)
-    { return std::fabs(std::sqrt(SquareDistance(p, centre)) - radius) <= LargestMisfit; };
-    return radius > SmallestRadius * reach && reach + radius < LargestReach && fits(arc.GetStartPoint()) &&
-           fits(arc.GetEndPoint()) &&
+    return arc.IsValid() && IsSteadyArc(arc, ReadArc(arc));
+}
+
+bool IsSteadyArc(CPathObjectArc const & arc, TArcReading const & reading)
+{
+    double const radius = reading.sweep.r;
+    double const reach = reading.reach;
+    auto const fits = [&](double distance) { return std::fabs(distance - radius) <= LargestMisfit; };
+    return radius > SmallestRadius * reach && reach + radius < LargestReach && fits(reading.toA) && fits(reading.toB) &&
            // moved and turned round, it finds its direction again
-           radius * std::sqrt(SquareDistance(arc.GetStartPoint(), arc.GetEndPoint())) >
+           radius * DistanceBetween(reading.sweep.A, reading.sweep.B) >
                SmallestTurn * (reach + radius) * (reach + radius) &&
-           !IsRectOutdated(arc) && !IsReadBesideRect(arc);
+           !IsRectOutdated(arc.GetBoundingRect(), reading.rect) &&
+           !IsReadBesideRect(arc.GetBoundingRect(), reading.sweep);
 }
 
 void CProbeAbscissas::Add(CPathObjectArc const & arc)

@@ -6,11 +6,26 @@
 
 #include <geometry/arc/path_object_arc.h>
 
+#include "arc/sweep_kernels.h"
+
 namespace geometry
 {
 
+/// What an arc comes to by its points.
+struct TArcReading
+{
+    Sweep sweep;
+    double toA;                 ///< from the centre
+    double toB;                 ///< the same
+    double reach;               ///< the greater coordinate of the centre
+    CBoundingRect<double> rect; ///< worked out anew
+};
+/// The arc must be valid.
+TArcReading ReadArc(CPathObjectArc const & arc);
+
 /// The points of the arc say the same about its circle, and this isn't lost in the rounding of the coordinates.
 bool IsSteadyArc(CPathObjectArc const & arc);
+bool IsSteadyArc(CPathObjectArc const & arc, TArcReading const & reading);
 
 /// The abscissas of arcs near which rounding decides: those of their ends and of the left and right end of their
 /// circles. Anywhere else the ray upward from a point below the arc crosses it an odd number of times if its ends lie on
