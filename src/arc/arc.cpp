@@ -41,28 +41,18 @@ Sweep MakeSweep(TPoint<double> const & start, TPoint<double> const & end, TPoint
 
 } // namespace
 
-/// What needs the four points themselves.
-struct CArcInternals
-{
-    static Sweep MakeSweepOf(CPathObjectArc const & arc);
-};
-
-Sweep CArcInternals::MakeSweepOf(CPathObjectArc const & arc)
+Sweep SweepOf(CPathObjectArc const & arc)
 {
     if (!arc.IsValid())
     {
         return MakeSweep(Origin(), Origin(), Origin(), arc.IsCounterClockwise(), arc.GetRadius());
     }
     // the ends of a full circle may be a rounding apart, on either side: its sweep is closed exactly
-    TPoint<double> const & start = arc.m_Points[eStart];
-    TPoint<double> const & end = arc.m_Points[eEnd];
+    TPoint<double> const* const points = CArcInternals::GetPoints(arc);
+    TPoint<double> const & start = points[eStart];
+    TPoint<double> const & end = points[eEnd];
     bool const isFullCircle = start == end && arc.IsFullCircle();
-    return MakeSweep(start, isFullCircle ? start : end, arc.m_Points[eCentre], arc.IsCounterClockwise(), arc.m_Radius);
-}
-
-Sweep SweepOf(CPathObjectArc const & arc)
-{
-    return CArcInternals::MakeSweepOf(arc);
+    return MakeSweep(start, isFullCircle ? start : end, points[eCentre], arc.IsCounterClockwise(), arc.GetRadius());
 }
 
 // --- construction ---
