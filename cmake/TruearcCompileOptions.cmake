@@ -18,6 +18,7 @@ function(truearc_house_rules target)
     target_compile_options(
         ${target}
         PRIVATE -ffp-contract=off
+                -fno-semantic-interposition
                 -Wall
                 -Wextra
                 -Wpedantic

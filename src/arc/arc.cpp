@@ -43,9 +43,16 @@ Sweep MakeSweep(TPoint<double> const & start, TPoint<double> const & end, TPoint
 
 Sweep SweepOf(CPathObjectArc const & arc)
 {
+    if (!arc.IsValid())
+    {
+        return MakeSweep(Origin(), Origin(), Origin(), arc.IsCounterClockwise(), arc.GetRadius());
+    }
     // the ends of a full circle may be a rounding apart, on either side: its sweep is closed exactly
-    TPoint<double> const & end = arc.IsFullCircle() ? arc.GetStartPoint() : arc.GetEndPoint();
-    return MakeSweep(arc.GetStartPoint(), end, arc.GetCentre(), arc.IsCounterClockwise(), arc.GetRadius());
+    TPoint<double> const* const points = CArcInternals::GetPoints(arc);
+    TPoint<double> const & start = points[eStart];
+    TPoint<double> const & end = points[eEnd];
+    bool const isFullCircle = start == end && arc.IsFullCircle();
+    return MakeSweep(start, isFullCircle ? start : end, points[eCentre], arc.IsCounterClockwise(), arc.GetRadius());
 }
 
 // --- construction ---

@@ -1,17 +1,20 @@
 // The chord approximation of an arc, for callers that walk an outline vertex by vertex.
 //
-// All circles share one grid of 64 directions. The grid points of the whole circle are built from one octant by
-// mirroring; those within the sweep are selected as one stretch of the ring; the exact ends are put in front and behind.
+// All circles share one grid of 64 directions, mirrored from one octant. The grid points of the circle within the sweep
+// are selected as one stretch of the ring; the exact ends are put in front and behind.
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <utility>
 
 #include <geometry/arc/path_object_arc.h>
 
 #include "arc/arc_geometry.h"
+#include "numeric/chain_index.h"
 
 namespace geometry
 {
@@ -25,71 +28,144 @@ constexpr double GridStep = 0.09817477042468103; // radians: pi / 32
 constexpr int StepsInOctant = 8;
 constexpr std::size_t ClosedGridSize = 65;
 
-/// Cosine and sine of the grid directions of the first octant.
-std::array<TPoint<double>, StepsInOctant + 1> const & Octant()
+/// Cosine and sine of all grid directions, mirrored from those of the first octant; the last one is the first again.
+std::array<TPoint<double>, ClosedGridSize> const & GridDirections()
 {
-    static auto const octant = []
+    static auto const directions = []
     {
-        std::array<TPoint<double>, StepsInOctant + 1> points;
+        std::array<TPoint<double>, ClosedGridSize> points;
+        std::size_t size = 1;
+        auto const add = [&](double x, double y) { points[size++] = TPoint<double>(x, y); };
+        points[0] = TPoint<double>(1.0, 0.0);
         for (int i = 1; i <= StepsInOctant; ++i)
         {
-            points[static_cast<std::size_t>(i)] = TPoint<double>(std::cos(i * GridStep), std::sin(i * GridStep));
+            add(std::cos(i * GridStep), std::sin(i * GridStep));
+        }
+        // each time the present points, from the last but one back to the first
+        for (std::size_t i = size - 1; i-- > 0;)
+        {
+            add(points[i].y, points[i].x);
+        }
+        for (std::size_t i = size - 1; i-- > 0;)
+        {
+            add(-points[i].x, points[i].y);
+        }
+        for (std::size_t i = size - 1; i-- > 0;)
+        {
+            add(points[i].x, -points[i].y);
         }
         return points;
     }();
-    return octant;
+    return directions;
 }
 
-/// The whole circle from its rightmost point counter-clockwise back to it; the centre alone if there is no radius.
+/// The grid points of a circle from its rightmost point counter-clockwise; the centre alone if there is no radius.
 class CCirclePoints
 {
 public:
     CCirclePoints(TPoint<double> const & c, double r)
+        : m_Directions(GridDirections()), m_Centre(c), m_Radius(r), m_Size(r <= 0.0 ? 1 : ClosedGridSize)
     {
-        if (r <= 0.0)
-        {
-            Add(c.x, c.y);
-            return;
-        }
-        Add(r, 0.0);
-        for (std::size_t i = 1; i <= StepsInOctant; ++i)
-        {
-            Add(r * Octant()[i].x, r * Octant()[i].y);
-        }
-        AddMirrored([this](TPoint<double> const & p) { Add(p.y, p.x); });
-        AddMirrored([this](TPoint<double> const & p) { Add(-p.x, p.y); });
-        AddMirrored([this](TPoint<double> const & p) { Add(p.x, -p.y); });
-        for (TPoint<double> & point : m_Points)
-        {
-            point.x += c.x;
-            point.y += c.y;
-        }
     }
 
     std::size_t size() const { return m_Size; }
     void pop_back() { --m_Size; }
-    TPoint<double> const & operator[](std::size_t i) const { return m_Points[i]; }
+    TPoint<double> operator[](std::size_t i) const
+    {
+        TPoint<double> const & d = m_Directions[i];
+        return m_Radius <= 0.0 ? m_Centre : TPoint<double>(Scale(d.x) + m_Centre.x, Scale(d.y) + m_Centre.y);
+    }
+    double GetRadius() const { return m_Radius; }
 
 private:
-    void Add(double x, double y)
-    {
-        m_Points[m_Size].x = x;
-        m_Points[m_Size++].y = y;
-    }
+    /// Zero stays zero if the radius is infinite.
+    double Scale(double part) const { return part == 0.0 ? part : m_Radius * part; }
 
-    /// `add` is called with the present points, from the last but one back to the first.
-    template <typename AddMirror>
-    void AddMirrored(AddMirror const & add)
-    {
-        for (std::size_t i = m_Size - 1; i-- > 0;)
-        {
-            add(m_Points[i]);
-        }
-    }
-
-    std::array<TPoint<double>, ClosedGridSize> m_Points;
-    std::size_t m_Size = 0;
+    std::array<TPoint<double>, ClosedGridSize> const & m_Directions;
+    TPoint<double> m_Centre;
+    double m_Radius;
+    std::size_t m_Size;
 };
+
+/// Directions of the grid, a bit each.
+using GridMask = std::uint64_t;
+constexpr int GridSize = 64;
+constexpr GridMask WholeGrid = ~GridMask{0};
+
+GridMask Bit(int i)
+{
+    return GridMask{1} << i;
+}
+
+/// Nearest to the direction (x, y); half way between two, give or take a tenth of a step, either of them.
+int NearestGridDirection(double x, double y)
+{
+    double const dx = std::fabs(x);
+    double const dy = std::fabs(y);
+    double const q = std::min(dx, dy) / std::max(dx, dy);
+    // pi / 4 * q + 0.273 * q * (1 - q) is the arc tangent of q less at most 0.04 steps
+    double steps = q * (8.0 + 2.781 * (1.0 - q));
+    steps = dy > dx ? 16.0 - steps : steps;
+    steps = x < 0.0 ? 32.0 - steps : steps;
+    steps = y < 0.0 ? 64.0 - steps : steps;
+    return static_cast<int>(steps + 0.5) % GridSize;
+}
+
+/// The grid points in the sweep, one by one. There must be 64.
+GridMask SelectByAsking(Sweep const & sweep, CCirclePoints const & ring)
+{
+    GridMask mask = 0;
+    for (int i = 0; i < GridSize; ++i)
+    {
+        mask |= IsPointInSweep(sweep, ring[static_cast<std::size_t>(i)]) ? Bit(i) : 0;
+    }
+    return mask;
+}
+
+/// Rounding is far below the distance of two grid points, and so are the tolerances.
+bool IsClearOfRounding(Sweep const & sweep, double radius)
+{
+    double const least = 0.25 * radius * radius;
+    return radius > 1e-100 && radius < 1e100 && std::fabs(sweep.C.x) < 1e6 * radius &&
+           std::fabs(sweep.C.y) < 1e6 * radius && SquareDistance(sweep.A, sweep.C) >= least &&
+           SquareDistance(sweep.B, sweep.C) >= least;
+}
+
+/// The same where that is clear of rounding: only the points nearest to the two lines through the centre and the ends of
+/// the sweep have to be asked, since the others clearly lie left or right of them.
+GridMask SelectByDirection(Sweep const & sweep, CCirclePoints const & ring)
+{
+    TPoint<double> const & c = sweep.C;
+    TPoint<double> const u(sweep.A.x - c.x, sweep.A.y - c.y);
+    TPoint<double> const v(sweep.B.x - c.x, sweep.B.y - c.y);
+    // the sides of the direction 0, which is left out with its opposite; then those of the ends with the points asked
+    constexpr GridMask Left = 0x00000000fffffffe;
+    constexpr GridMask Right = 0xfffffffe00000000;
+    auto const select = [&](TPoint<double> const & side, int nearest, GridMask sure, auto const & isOnSide)
+    {
+        GridMask mask = std::rotl(sure, nearest);
+        for (int const i : {nearest, (nearest + GridSize / 2) % GridSize})
+        {
+            TPoint<double> const p = ring[static_cast<std::size_t>(i)];
+            double const x = p.x - c.x;
+            double const y = p.y - c.y;
+            mask |= isOnSide(y * side.x - x * side.y) ? Bit(i) : 0;
+        }
+        return mask;
+    };
+    int const nearA = NearestGridDirection(u.x, u.y);
+    int const nearB = NearestGridDirection(v.x, v.y);
+    GridMask const leftOfA = select(u, nearA, Left, [](double turn) { return turn >= 0.0; });
+    GridMask const rightOfB = select(v, nearB, Right, [](double turn) { return turn <= 0.0; });
+    bool const isAtMostHalfTurn = u.x * v.y - u.y * v.x >= 0.0;
+    GridMask mask = isAtMostHalfTurn ? leftOfA & rightOfB : leftOfA | rightOfB;
+    for (int const i : {nearA, nearB})
+    {
+        TPoint<double> const p = ring[static_cast<std::size_t>(i)];
+        mask |= p == sweep.A || p == sweep.B ? Bit(i) : 0;
+    }
+    return mask;
+}
 
 /// Index of the grid point that follows `A` where all grid points lie in the sweep; the size of the ring if none does.
 std::size_t FindFirstAfterStart(Sweep const & sweep, CCirclePoints const & ring)
@@ -99,7 +175,7 @@ std::size_t FindFirstAfterStart(Sweep const & sweep, CCirclePoints const & ring)
     TPoint<double> const & c = sweep.C;
     for (std::size_t i = 0; i < ring.size(); ++i)
     {
-        TPoint<double> const & p = ring[i];
+        TPoint<double> const p = ring[i];
         if (!((p.y - c.y) * (sweep.A.x - c.x) - (p.x - c.x) * (sweep.A.y - c.y) > 0.0))
         {
             continue;
@@ -136,7 +212,7 @@ public:
 
     std::size_t size() const { return (m_BeginsAtA ? 1U : 0U) + m_Selected + (m_EndsAtB ? 1U : 0U); }
 
-    TPoint<double> const & operator[](std::size_t i) const
+    TPoint<double> operator[](std::size_t i) const
     {
         if (m_BeginsAtA && i == 0)
         {
@@ -150,32 +226,25 @@ private:
     /// Finds the stretch of the ring that lies in the sweep.
     void SelectStretch(Sweep const & sweep)
     {
-        std::size_t const n = m_Ring.size();
-        if (n == 0)
+        if (m_Ring.size() == 0)
         {
             return;
         }
-        bool inside = IsPointInSweep(sweep, m_Ring[n - 1]);
-        std::size_t entry = n;
-        std::size_t exit = n;
-        for (std::size_t i = 0; i < n && (entry == n || exit == n); ++i)
-        {
-            bool const isIn = IsPointInSweep(sweep, m_Ring[i]);
-            if (isIn != inside)
-            {
-                (isIn ? entry : exit) = i;
-                inside = isIn;
-            }
-        }
-        if (entry != n && exit != n)
-        {
-            m_First = entry;
-            m_Selected = (exit + n - entry) % n;
-        }
-        else if (entry == n && exit == n && inside)
+        GridMask const mask = IsIndexUsed(true) && IsClearOfRounding(sweep, m_Ring.GetRadius())
+                                  ? SelectByDirection(sweep, m_Ring)
+                                  : SelectByAsking(sweep, m_Ring);
+        if (mask == WholeGrid)
         {
             m_First = FindFirstAfterStart(sweep, m_Ring);
-            m_Selected = m_First < n ? n : 0;
+            m_Selected = m_First < m_Ring.size() ? m_Ring.size() : 0;
+        }
+        else if (mask != 0)
+        {
+            GridMask const before = std::rotl(mask, 1);
+            int const entry = std::countr_zero(mask & ~before);
+            int const exit = std::countr_zero(before & ~mask);
+            m_First = static_cast<std::size_t>(entry);
+            m_Selected = static_cast<std::size_t>((exit + GridSize - entry) % GridSize);
         }
     }
 

@@ -10,6 +10,7 @@
 #include <geometry/arc/path_object_arc.h>
 #include <geometry/path/path_object_polyline.h>
 
+#include "arc/arc_geometry.h"
 #include "arc/distance_kernels.h"
 #include "arc/distance_reach.h"
 #include "numeric/nearest_pair.h"
@@ -27,6 +28,13 @@ double CPathObjectArc::SquareDistanceToPoint(double x, double y, TPoint<double> 
     double const result = SquareDistanceArcPoint(SweepOf(*this), TPoint<double>(x, y), found);
     closest = found;
     return result;
+}
+
+bool IsClearlyFarther(CPathObjectArc const & arc, TPoint<double> const & point, double distance)
+{
+    TPoint<double> const* const points = CArcInternals::GetPoints(arc);
+    return arc.CPathObjectArc::IsValid() && IsIndexUsed(true) &&
+           IsClearlyFarther(points[0], points[1], points[2], arc.GetRadius(), point, distance);
 }
 
 namespace

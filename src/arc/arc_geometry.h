@@ -4,12 +4,19 @@
 
 #include <vector>
 
-#include <geometry/numeric/bounding_rect.h>
+#include <geometry/arc/path_object_arc.h>
 
 #include "arc/sweep_kernels.h"
 
 namespace geometry
 {
+
+/// What needs the points of a valid arc themselves.
+struct CArcInternals
+{
+    /// Start, end, centre, mid-point.
+    static TPoint<double> const* GetPoints(CPathObjectArc const & arc) { return arc.m_Points.data(); }
+};
 
 /// The mean of the distances of `c` to `p` and `q`, in coordinate units.
 double CalculateArcRadius(TPoint<double> const & p, TPoint<double> const & q, TPoint<double> const & c);
@@ -23,6 +30,10 @@ CBoundingRect<double> CalculateArcBoundingRect(Sweep const & sweep);
 
 /// Length of the sweep in coordinate units. With `A` equal to `B`: the whole circle.
 double CalculateSweepLength(Sweep const & sweep);
+
+/// True only if `SquareDistanceToPoint` answers more than the square of `distance`, which must be 0.03 at least; false
+/// where that isn't clear at once.
+bool IsClearlyFarther(CPathObjectArc const & arc, TPoint<double> const & point, double distance);
 
 /// The sweep as a chain of chords from `A` to `B` on a fixed grid of 64 directions, so that neighbouring arcs of one
 /// circle share their vertices. With `A` exactly equal to `B`: 65 points that begin and end at the rightmost one.

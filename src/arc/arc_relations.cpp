@@ -6,6 +6,7 @@
 #include <geometry/arc/path_object_arc.h>
 #include <geometry/path/path_object_polyline.h>
 
+#include "arc/arc_geometry.h"
 #include "arc/distance_kernels.h"
 #include "arc/probe_kernels.h"
 
@@ -17,6 +18,7 @@ namespace
 
 /// A point is on an arc below this square distance. Square of coordinate units, absolute.
 constexpr double OnArcSquareLimit = 0.001;
+constexpr double OnArcLimit = 0.032; ///< just above its root
 
 /// The ray upward from `p` against one arc.
 struct ProbeWalk
@@ -138,7 +140,8 @@ int SignOfCrossing(TPoint<double> const & h, TPoint<double> const & p, Sweep con
 bool CPathObjectArc::IsPointOnPath(double x, double y) const
 {
     TPoint<double> closest;
-    return CPathObjectArc::SquareDistanceToPoint(x, y, closest) < OnArcSquareLimit;
+    return !IsClearlyFarther(*this, TPoint<double>(x, y), OnArcLimit) &&
+           CPathObjectArc::SquareDistanceToPoint(x, y, closest) < OnArcSquareLimit;
 }
 
 unsigned int CPathObjectArc::IntersectWithVerticalProbeLine(TPoint<double> const & point) const

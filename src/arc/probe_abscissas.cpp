@@ -20,13 +20,11 @@ constexpr double SmallestTurn = 1e-14;  // twice the area of start, mid-point, e
 
 /// An arc so short that the misfit of its ends turns them round can be read as nearly the whole circle, while its
 /// rectangle is that of a part: the ray may cross it above or below the rectangle then.
-bool IsReadBesideRect(CPathObjectArc const & arc)
+bool IsReadBesideRect(CBoundingRect<double> const & rect, Sweep const & sweep)
 {
-    CBoundingRect<double> const & rect = arc.GetBoundingRect();
-    TPoint<double> const & centre = arc.GetCentre();
+    TPoint<double> const & centre = sweep.C;
     double const x = 0.5 * (rect.minX + rect.maxX);
-    double const rise = std::sqrt(std::max(arc.GetRadius() * arc.GetRadius() - (x - centre.x) * (x - centre.x), 0.0));
-    Sweep const sweep = SweepOf(arc);
+    double const rise = std::sqrt(std::max(sweep.r * sweep.r - (x - centre.x) * (x - centre.x), 0.0));
     auto const isBeside = [&](double y)
     {
         return (y < rect.minY - 2.0 * LargestMisfit || y > rect.maxY + 2.0 * LargestMisfit) &&
@@ -36,65 +34,118 @@ bool IsReadBesideRect(CPathObjectArc const & arc)
 }
 
 /// A repair moves the centre and leaves the rectangle.
-bool IsRectOutdated(CPathObjectArc const & arc)
+bool IsRectOutdated(CBoundingRect<double> const & rect, CBoundingRect<double> const & anew)
 {
-    CBoundingRect<double> const & rect = arc.GetBoundingRect();
-    CBoundingRect<double> const anew = CalculateArcBoundingRect(SweepOf(arc));
     return !(rect.minX == anew.minX && rect.minY == anew.minY && rect.maxX == anew.maxX && rect.maxY == anew.maxY);
 }
 
 } // namespace
 
+TArcReading ReadArc(CPathObjectArc const & arc)
+{
+    Sweep const sweep = SweepOf(arc);
+    return {.sweep = sweep,
+            .toA = DistanceBetween(sweep.A, sweep.C),
+            .toB = DistanceBetween(sweep.B, sweep.C),
+            .reach = std::max(std::fabs(sweep.C.x), std::fabs(sweep.C.y)),
+            .rect = CalculateArcBoundingRect(sweep)};
+}
+
 bool IsSteadyArc(CPathObjectArc const & arc)
 {
-    TPoint<double> const & centre = arc.GetCentre();
-    double const radius = arc.GetRadius();
-    double const reach = std::max(std::fabs(centre.x), std::fabs(centre.y));
-    auto const fits = [&](TPoint<double> const & p)
-    { return std::fabs(std::sqrt(SquareDistance(p, centre)) - radius) <= LargestMisfit; };
-    return radius > SmallestRadius * reach && reach + radius < LargestReach && fits(arc.GetStartPoint()) &&
-           fits(arc.GetEndPoint()) &&
+    return arc.IsValid() && IsSteadyArc(arc, ReadArc(arc));
+}
+
+bool IsSteadyArc(CPathObjectArc const & arc, TArcReading const & reading)
+{
+    double const radius = reading.sweep.r;
+    double const reach = reading.reach;
+    auto const fits = [&](double distance) { return std::fabs(distance - radius) <= LargestMisfit; };
+    return radius > SmallestRadius * reach && reach + radius < LargestReach && fits(reading.toA) && fits(reading.toB) &&
            // moved and turned round, it finds its direction again
-           radius * std::sqrt(SquareDistance(arc.GetStartPoint(), arc.GetEndPoint())) >
+           radius * DistanceBetween(reading.sweep.A, reading.sweep.B) >
                SmallestTurn * (reach + radius) * (reach + radius) &&
-           !IsRectOutdated(arc) && !IsReadBesideRect(arc);
+           !IsRectOutdated(arc.GetBoundingRect(), reading.rect) &&
+           !IsReadBesideRect(arc.GetBoundingRect(), reading.sweep);
 }
 
 void CProbeAbscissas::Add(CPathObjectArc const & arc)
 {
+    CBoundingRect<double> const & rect = arc.GetBoundingRect();
     double const x = arc.GetCentre().x;
     double const radius = arc.GetRadius();
     double const room = 10.0 * LargestMisfit + 1e-6 * radius + 1e-9 * (std::fabs(x) + radius);
-    for (double const at : {arc.GetStartPoint().x, arc.GetEndPoint().x, x - radius, x + radius})
+    auto const add = [&](double at)
     {
         m_Intervals.push_back({at - room, at + room});
+        m_Low = std::min(m_Low, at - room);
+        m_High = std::max(m_High, at + room);
+    };
+    add(arc.GetStartPoint().x);
+    add(arc.GetEndPoint().x);
+    // left and right of the arc nothing is to be decided: the line doesn't meet it
+    if (x - radius + 2.0 * room > rect.minX)
+    {
+        add(x - radius);
+    }
+    if (x + radius - 2.0 * room < rect.maxX)
+    {
+        add(x + radius);
     }
 }
 
+std::size_t CProbeAbscissas::CellOf(double x) const
+{
+    return std::min(static_cast<std::size_t>((x - m_Low) * m_CellsPerUnit), m_Cells.size() - 2);
+}
+
+/// The intervals are put into cells by their lower ends. Those of earlier cells begin at lower abscissas.
 void CProbeAbscissas::Prepare()
 {
-    std::sort(m_Intervals.begin(), m_Intervals.end(),
-              [](TInterval const & a, TInterval const & b) { return a.low < b.low; });
-    std::size_t count = 0;
+    if (m_Intervals.empty())
+    {
+        return;
+    }
+    std::size_t const count = m_Intervals.size() / IntervalsInCell + 1;
+    m_Cells.assign(count + 1, TCell());
+    m_CellsPerUnit = static_cast<double>(count) / (m_High - m_Low);
     for (TInterval const & interval : m_Intervals)
     {
-        if (count > 0 && interval.low <= m_Intervals[count - 1].high)
-        {
-            m_Intervals[count - 1].high = std::max(m_Intervals[count - 1].high, interval.high);
-        }
-        else
-        {
-            m_Intervals[count++] = interval;
-        }
+        TCell & next = m_Cells[CellOf(interval.low) + 1];
+        ++next.first;
+        next.highestBefore = std::max(next.highestBefore, interval.high);
     }
-    m_Intervals.resize(count);
+    for (std::size_t i = 1; i <= count; ++i)
+    {
+        m_Cells[i].first += m_Cells[i - 1].first;
+        m_Cells[i].highestBefore = std::max(m_Cells[i].highestBefore, m_Cells[i - 1].highestBefore);
+    }
+    std::vector<TInterval> sorted(m_Intervals.size());
+    for (TInterval const & interval : m_Intervals)
+    {
+        sorted[m_Cells[CellOf(interval.low)].first++] = interval;
+    }
+    m_Intervals.swap(sorted);
+    for (std::size_t i = count; i > 0; --i) // each has moved on to where the next one begins
+    {
+        m_Cells[i].first = m_Cells[i - 1].first;
+    }
+    m_Cells[0].first = 0;
 }
 
 bool CProbeAbscissas::IsNear(double x) const
 {
-    auto const behind = std::upper_bound(m_Intervals.begin(), m_Intervals.end(), x,
-                                         [](double at, TInterval const & interval) { return at < interval.low; });
-    return behind != m_Intervals.begin() && x <= behind[-1].high;
+    if (!(m_Low <= x && x <= m_High))
+    {
+        return false;
+    }
+    TCell const* const cell = &m_Cells[CellOf(x)];
+    bool isNear = x <= cell[0].highestBefore;
+    for (std::size_t i = cell[0].first; i < cell[1].first && !isNear; ++i)
+    {
+        isNear = m_Intervals[i].low <= x && x <= m_Intervals[i].high;
+    }
+    return isNear;
 }
 
 } // namespace geometry

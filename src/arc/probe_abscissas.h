@@ -1,15 +1,31 @@
 // Where a vertical line doesn't tell from the two ends of an arc above a point how often it crosses the arc.
 #pragma once
 
+#include <cfloat>
 #include <vector>
 
 #include <geometry/arc/path_object_arc.h>
 
+#include "arc/sweep_kernels.h"
+
 namespace geometry
 {
 
+/// What an arc comes to by its points.
+struct TArcReading
+{
+    Sweep sweep;
+    double toA;                 ///< from the centre
+    double toB;                 ///< the same
+    double reach;               ///< the greater coordinate of the centre
+    CBoundingRect<double> rect; ///< worked out anew
+};
+/// The arc must be valid.
+TArcReading ReadArc(CPathObjectArc const & arc);
+
 /// The points of the arc say the same about its circle, and this isn't lost in the rounding of the coordinates.
 bool IsSteadyArc(CPathObjectArc const & arc);
+bool IsSteadyArc(CPathObjectArc const & arc, TArcReading const & reading);
 
 /// The abscissas of arcs near which rounding decides: those of their ends and of the left and right end of their
 /// circles. Anywhere else the ray upward from a point below the arc crosses it an odd number of times if its ends lie on
@@ -29,7 +45,21 @@ private:
         double low;
         double high;
     };
-    std::vector<TInterval> m_Intervals; ///< once prepared, apart and ascending
+    /// Of equal width. One more stands behind the last, for where its intervals end.
+    struct TCell
+    {
+        std::size_t first = 0;           ///< of the intervals that begin in it
+        double highestBefore = -DBL_MAX; ///< of those that begin in earlier ones
+    };
+    static constexpr std::size_t IntervalsInCell = 2;
+
+    std::size_t CellOf(double x) const;
+
+    std::vector<TInterval> m_Intervals; ///< once prepared, by cells
+    std::vector<TCell> m_Cells;
+    double m_Low = DBL_MAX; ///< of all intervals
+    double m_High = -DBL_MAX;
+    double m_CellsPerUnit = 0.0;
 };
 
 } // namespace geometry

@@ -33,9 +33,14 @@ EPointPosition LocateClearly(TPoint<double> const & point, CPathObjectHolder con
     {
         CBoundingRect<double> reach = object.GetBoundingRect();
         double margin = relativeMargin * std::max(reach.maxX - reach.minX, reach.maxY - reach.minY);
-        if (isSampleOfArc || !object.CanAppendVertex())
+        bool const isArc = !object.CanAppendVertex();
+        if (isSampleOfArc || isArc)
         {
             margin = std::max(margin, arcMargin);
+        }
+        if (isArc && IsClearlyFarther(static_cast<CPathObjectArc const &>(object), point, margin))
+        {
+            return false;
         }
         reach.Inflate(margin);
         TPoint<double> closest;

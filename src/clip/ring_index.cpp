@@ -6,8 +6,6 @@
 
 #include <geometry/arc/path_object_arc.h>
 
-#include "arc/arc_geometry.h"
-#include "arc/sweep_kernels.h"
 #include "path/segment_kernels.h"
 
 namespace geometry
@@ -23,24 +21,21 @@ constexpr double SizeRoom = 1.1e-7;    // of the object: above that at which a p
 constexpr double RelativeRoom = 1e-12; // of the largest coordinate: far above 100 units in the last place
 
 /// The rectangle of the object with room for the tolerances of its questions. Everything, where these can't be told.
-CBoundingRect<double> RectWithRoom(CPathObjectBase const & object)
+/// `arc`: of the object, or null.
+CBoundingRect<double> RectWithRoom(CPathObjectBase const & object, TArcReading const* arc)
 {
     CBoundingRect<double> rect = object.GetBoundingRect();
     double const largest =
         std::max({std::fabs(rect.minX), std::fabs(rect.minY), std::fabs(rect.maxX), std::fabs(rect.maxY)});
     double room = std::max(RelativeRoom * largest, SizeRoom * std::max(rect.maxX - rect.minX, rect.maxY - rect.minY));
     bool isRegular = std::isfinite(room) && largest < 1e150;
-    if (!object.CanAppendVertex() && object.IsValid())
+    if (arc != nullptr)
     {
-        auto const & arc = static_cast<CPathObjectArc const &>(object);
-        double const radius = arc.GetRadius();
-        rect.Include(CalculateArcBoundingRect(SweepOf(arc))); // a repair has left the old one
-        double const toStart = std::sqrt(SquareDistance(arc.GetStartPoint(), arc.GetCentre()));
-        double const toEnd = std::sqrt(SquareDistance(arc.GetEndPoint(), arc.GetCentre()));
-        TPoint<double> const & centre = arc.GetCentre();
-        double const reach = std::max(std::fabs(centre.x), std::fabs(centre.y));
-        room = std::max(room, RelativeRoom * reach) + ArcRoom + std::fabs(radius - toStart) + std::fabs(radius - toEnd);
-        isRegular = isRegular && radius > 1e-6 * reach && std::isfinite(room);
+        rect.Include(arc->rect); // a repair has left the old one
+        double const radius = arc->sweep.r;
+        double const misfit = std::fabs(radius - arc->toA) + std::fabs(radius - arc->toB);
+        room = std::max(room, RelativeRoom * arc->reach) + ArcRoom + misfit;
+        isRegular = isRegular && radius > 1e-6 * arc->reach && std::isfinite(room);
     }
     if (!isRegular)
     {
@@ -104,58 +99,62 @@ CChainIndex const* CRingIndex::FindIndex()
     m_IsShort = m_Objects.empty() || !IsIndexUsed(m_Objects.size() >= MinIndexedCount);
     if (!m_IsShort)
     {
-        CountIrregular();
-        std::vector<CBoundingRect<double>> rects(m_Objects.size());
-        std::transform(m_Objects.begin(), m_Objects.end(), rects.begin(),
-                       [](CPathObjectBase const* object) { return RectWithRoom(*object); });
-        m_Index = std::make_unique<CChainIndex>(std::move(rects));
+        m_Index = std::make_unique<CChainIndex>(ReadObjects());
     }
     return m_Index.get();
 }
 
-void CRingIndex::CountIrregular()
+/// What is known of each object; their rectangles.
+std::vector<CBoundingRect<double>> CRingIndex::ReadObjects()
 {
-    m_IrregularBefore.assign(1, 0);
-    m_ArcsBefore.assign(1, 0);
+    std::size_t const count = m_Objects.size();
+    std::vector<CBoundingRect<double>> rects(count);
+    m_Before.assign(count + 1, TBefore());
     m_Abscissas = CProbeAbscissas();
-    m_StartX.clear();
-    m_StartX.reserve(m_Objects.size());
-    m_IrregularBefore.reserve(m_Objects.size() + 1);
-    m_ArcsBefore.reserve(m_Objects.size() + 1);
-    for (std::size_t i = 0; i < m_Objects.size(); ++i)
+    TPoint<double> const* start = &m_Objects.front()->GetStartPoint();
+    for (std::size_t i = 0; i < count; ++i)
     {
         CPathObjectBase const & object = *m_Objects[i];
+        TPoint<double> const* const next = &m_Objects[i + 1 < count ? i + 1 : 0]->GetStartPoint();
+        TPoint<double> const & end = object.GetEndPoint();
+        bool isTold = object.IsValid() && IsExactlyEqual(end, *next);
         bool const isArc = !object.CanAppendVertex();
-        bool const isTold =
-            object.IsValid() &&
-            IsExactlyEqual(object.GetEndPoint(), m_Objects[(i + 1) % m_Objects.size()]->GetStartPoint()) &&
-            (!isArc || (!(object.GetStartPoint() == object.GetEndPoint()) &&
-                        IsSteadyArc(static_cast<CPathObjectArc const &>(object))));
-        m_StartX.push_back(object.GetStartPoint().x);
-        m_IrregularBefore.push_back(m_IrregularBefore.back() + (isTold ? 0 : 1));
-        m_ArcsBefore.push_back(m_ArcsBefore.back() + (isTold && isArc ? 1 : 0));
-        if (isTold && isArc)
+        if (isArc && object.IsValid())
         {
-            m_Abscissas.Add(static_cast<CPathObjectArc const &>(object));
+            auto const & arc = static_cast<CPathObjectArc const &>(object);
+            TArcReading const reading = ReadArc(arc);
+            rects[i] = RectWithRoom(object, &reading);
+            isTold = isTold && !(*start == end) && IsSteadyArc(arc, reading);
+            if (isTold)
+            {
+                m_Abscissas.Add(arc);
+            }
         }
+        else
+        {
+            rects[i] = RectWithRoom(object, nullptr);
+        }
+        m_Before[i].startX = start->x;
+        m_Before[i + 1].irregular = m_Before[i].irregular + (isTold ? 0 : 1);
+        m_Before[i + 1].arcs = m_Before[i].arcs + (isTold && isArc ? 1 : 0);
+        start = next;
     }
+    m_Before[count].startX = start->x;
     m_Abscissas.Prepare();
+    return rects;
 }
 
 /// Objects above the point: those that run into each other exactly count by the sides of their two ends, arcs too, except
 /// near some abscissas.
-bool CRingIndex::IsRangeCrossed(std::size_t first, std::size_t last, CProbe & probe) const
+bool CRingIndex::IsRangeCrossed(TRange const & range, CProbe & probe) const
 {
     TPoint<double> const & point = probe.GetPoint();
-    if (m_IrregularBefore[last] == m_IrregularBefore[first] &&
-        (m_ArcsBefore[last] == m_ArcsBefore[first] || !probe.IsNearAbscissa()))
+    if (range.isTold && (!range.hasArc || !probe.IsNearAbscissa()))
     {
-        // the last one ends where the next one begins
-        return IsClearlyLess(point.x, m_StartX[first]) !=
-               IsClearlyLess(point.x, m_StartX[last < m_StartX.size() ? last : 0]);
+        return IsClearlyLess(point.x, range.startX) != IsClearlyLess(point.x, range.endX);
     }
     bool isOdd = false;
-    for (std::size_t i = first; i < last; ++i)
+    for (std::size_t i = range.first; i < range.last; ++i)
     {
         isOdd = isOdd != IsProbeCountOdd(*m_Objects[i], point);
     }
@@ -189,9 +188,7 @@ void CRingIndex::LookUp(CChainIndex const & index, CBoundingRect<double> const &
                    m_Nearby.push_back({index.GetRect(i), i});
                    return m_Nearby.size() < MaxNearby;
                },
-               [&](std::size_t first, std::size_t last) {
-                   m_Above.push_back({first, last});
-               });
+               [&](std::size_t first, std::size_t last) { m_Above.push_back(MakeRange(first, last)); });
     if (m_Nearby.size() + m_Above.size() >= MaxNearby)
     {
         m_Focus.Reset();

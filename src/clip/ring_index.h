@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <vector>
@@ -66,7 +67,7 @@ private:
 
     CChainIndex const* FindIndex();
     void LookUp(CChainIndex const & index, CBoundingRect<double> const & rect);
-    void CountIrregular();
+    std::vector<CBoundingRect<double>> ReadObjects();
 
     /// A point, and whether it is near abscissas at which arcs need care: looked up at most once.
     class CProbe
@@ -88,7 +89,30 @@ private:
         int m_Near = -1; ///< not yet known
     };
 
-    bool IsRangeCrossed(std::size_t first, std::size_t last, CProbe & probe) const;
+    /// Consecutive objects that lie above.
+    struct TRange
+    {
+        std::size_t first;
+        std::size_t last;
+        double startX;
+        double endX;
+        bool isTold; ///< by the two ends
+        bool hasArc; ///< so that it isn't told near some abscissas
+    };
+    struct TBefore
+    {
+        double startX = 0.0;         ///< where the object begins; the one before ends there, if it is told by its ends
+        std::uint32_t irregular = 0; ///< how many before may count otherwise than by their ends
+        std::uint32_t arcs = 0;      ///< how many before may do so near some abscissas
+    };
+
+    TRange MakeRange(std::size_t first, std::size_t last) const
+    {
+        TBefore const & begin = m_Before[first];
+        TBefore const & end = m_Before[last];
+        return {first, last, begin.startX, end.startX, begin.irregular == end.irregular, begin.arcs != end.arcs};
+    }
+    bool IsRangeCrossed(TRange const & range, CProbe & probe) const;
 
     template <typename Visit>
     static void WalkRing(CPathObjectHolder const* ring, Visit const & visit)
@@ -123,7 +147,7 @@ private:
         CProbe probe(point, m_Abscissas);
         CBoundingRect<double> const at(point, point);
         auto const take = [&](std::size_t first, std::size_t last)
-        { isOdd = isOdd != IsRangeCrossed(first, last, probe); };
+        { isOdd = isOdd != IsRangeCrossed(MakeRange(first, last), probe); };
         if (!IsInFocus(point, extraRoom))
         {
             index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, at, extraRoom); },
@@ -132,7 +156,7 @@ private:
         }
         for (TRange const & range : m_Above)
         {
-            take(range.first, range.last);
+            isOdd = isOdd != IsRangeCrossed(range, probe);
         }
         for (TNearby const & nearby : m_Nearby)
         {
@@ -158,11 +182,6 @@ private:
                            [&](auto const & bridge) { return holds(*bridge.second); });
     }
 
-    struct TRange
-    {
-        std::size_t first;
-        std::size_t last;
-    };
     struct TNearby
     {
         CBoundingRect<double> rect;
@@ -172,14 +191,12 @@ private:
     CPathObjectHolder const* m_Ring = nullptr;
     CFold* m_Fold = nullptr; ///< not owned
     unsigned int m_Questions = 0;
-    std::size_t m_Count = 0;                       ///< of holders, when the service began
-    bool m_IsShort = false;                        ///< too few objects for an index
-    std::vector<CPathObjectBase const*> m_Objects; ///< of the ring; not owned
-    std::vector<std::size_t> m_IrregularBefore;    ///< how many before each may count otherwise than by their ends
-    std::vector<std::size_t> m_ArcsBefore;         ///< how many before each may do so near some abscissas
-    CProbeAbscissas m_Abscissas;                   ///< these
-    std::vector<double> m_StartX;                  ///< where each begins
-    std::unique_ptr<CChainIndex> m_Index;          ///< over them; null until it pays
+    std::size_t m_Count = 0;                                 ///< of holders, when the service began
+    bool m_IsShort = false;                                  ///< too few objects for an index
+    std::vector<CPathObjectBase const*> m_Objects;           ///< of the ring; not owned
+    std::vector<TBefore> m_Before;                           ///< one an object, and one behind the last
+    CProbeAbscissas m_Abscissas;                             ///< near which arcs need care
+    std::unique_ptr<CChainIndex> m_Index;                    ///< over them; null until it pays
     std::multimap<double, CPathObjectBase const*> m_Bridges; ///< that came after it, by their x; not owned
     CBoundingRect<double> m_Focus; ///< what was looked up for all points in here; may be empty:
     std::vector<TRange> m_Above;   ///< objects that lie above

@@ -147,6 +147,7 @@ protected:
 
 private:
     friend struct CTestAccess;
+    friend struct CArcInternals;
 
     EArcDirection GetDirection() const;
     Points const & GetArcPoints() const;
