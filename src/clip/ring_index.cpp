@@ -75,12 +75,8 @@ void CRingIndex::AddBridge(CPathObjectBase const & bridge)
     }
 }
 
-CChainIndex const* CRingIndex::FindIndex()
+CChainIndex const* CRingIndex::MakeIndexIfItPays()
 {
-    if (m_Index != nullptr)
-    {
-        return m_Index.get();
-    }
     ++m_Questions;
     if (m_IsShort || !IsIndexUsed(m_Questions >= QuestionsBeforeIndex))
     {

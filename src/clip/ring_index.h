@@ -65,7 +65,8 @@ private:
     static constexpr double FocusRoom = 0.1; ///< the most that a question may ask for
     static constexpr std::size_t MaxNearby = 64;
 
-    CChainIndex const* FindIndex();
+    CChainIndex const* FindIndex() { return m_Index != nullptr ? m_Index.get() : MakeIndexIfItPays(); }
+    CChainIndex const* MakeIndexIfItPays();
     void LookUp(CChainIndex const & index, CBoundingRect<double> const & rect);
     std::vector<CBoundingRect<double>> ReadObjects();
 
