@@ -70,7 +70,7 @@ bool Contradicts(EPointPosition position, bool isMarkedInside)
     return position != EPointPosition::eOnRing && isMarkedInside != (position == EPointPosition::eInside);
 }
 
-constexpr int ObjectsInFocus = 4;
+constexpr int ObjectsInFocus = 6;
 
 /// The questions about some objects from `holder` on are asked next.
 void FocusOn(CPathObjectHolder const* holder, CPathObjectHolder const* other, CBoundingRect<double> const & otherRect)
