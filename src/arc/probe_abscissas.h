@@ -51,7 +51,7 @@ private:
         std::size_t first = 0;           ///< of the intervals that begin in it
         double highestBefore = -DBL_MAX; ///< of those that begin in earlier ones
     };
-    static constexpr std::size_t IntervalsInCell = 2;
+    static constexpr std::size_t IntervalsInCell = 1;
 
     std::size_t CellOf(double x) const;
 

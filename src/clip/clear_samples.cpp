@@ -74,7 +74,8 @@ TPoint<double> SampleOf(CPathObjectBase const & object, std::ptrdiff_t i)
 }
 
 /// No clear sample of the object contradicts its lying on `side` of the other ring.
-bool SamplesAgree(CPathObjectHolder const* holder, CPathObjectHolder const* other, EPointPosition side)
+bool SamplesAgree(CPathObjectHolder const* holder, CPathObjectHolder const* other, EPointPosition side,
+                  bool isMiddleSeen)
 {
     CPathObjectBase const & object = *holder->GetPathObject();
     if (object.IsDegenerate())
@@ -92,7 +93,7 @@ bool SamplesAgree(CPathObjectHolder const* holder, CPathObjectHolder const* othe
         TInnerChordPoints const points =
             object.IsValid() ? FindInnerChordPoints(static_cast<CPathObjectArc const &>(object)) : TInnerChordPoints();
         return points.chords == 0 ||
-               (!contradicts(object.GetInbetweenPoint(), true) && !contradicts(points.second, true) &&
+               ((isMiddleSeen || !contradicts(object.GetInbetweenPoint(), true)) && !contradicts(points.second, true) &&
                 (points.chords == 1 || !contradicts(points.lastButOne, true)));
     }
     std::ptrdiff_t const segments = object.GetPointsEnd() - object.GetPointsBegin() - 1;
@@ -103,10 +104,10 @@ bool SamplesAgree(CPathObjectHolder const* holder, CPathObjectHolder const* othe
 } // namespace
 
 bool AgreesWithSamples(CPathObjectHolder const* holder, CPathObjectHolder const* other,
-                       CBoundingRect<double> const & otherRect, EPointPosition side)
+                       CBoundingRect<double> const & otherRect, EPointPosition side, bool isMiddleSeen)
 {
     return holder->m_Run != nullptr || !otherRect.Overlaps(holder->GetPathObject()->GetBoundingRect()) ||
-           SamplesAgree(holder, other, side);
+           SamplesAgree(holder, other, side, isMiddleSeen);
 }
 
 bool IsWhollyOnSide(CPathObjectHolder const* ring, CPathObjectHolder const* other,
@@ -115,7 +116,7 @@ bool IsWhollyOnSide(CPathObjectHolder const* ring, CPathObjectHolder const* othe
     CPathObjectHolder const* holder = ring;
     do
     {
-        if (!AgreesWithSamples(holder, other, otherRect, side))
+        if (!AgreesWithSamples(holder, other, otherRect, side, false))
         {
             return false;
         }

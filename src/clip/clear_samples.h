@@ -16,9 +16,10 @@ TPoint<double> SampleOfSegment(TPoint<double> const & a, TPoint<double> const & 
 /// No sample of the holder's object that is well away from the ring of `other` contradicts its lying on `side`. All
 /// objects within `otherRect`, the rectangle of that ring, are sampled, also those that begin and end where the rings
 /// don't meet: outlines that run along each other but for rounding (a straight track that goes on as an arc) may cross
-/// without the crossing being found. An object without extent agrees with everything.
+/// without the crossing being found. An object without extent agrees with everything. `isMiddleSeen`: the point between
+/// its ends has already been located on `side` by a question to the ring; a clear sample could only say the same.
 bool AgreesWithSamples(CPathObjectHolder const* holder, CPathObjectHolder const* other,
-                       CBoundingRect<double> const & otherRect, EPointPosition side);
+                       CBoundingRect<double> const & otherRect, EPointPosition side, bool isMiddleSeen);
 
 /// No clear sample of the ring of `ring` contradicts its lying wholly inside (or outside) the ring of `other`.
 bool IsWhollyOnSide(CPathObjectHolder const* ring, CPathObjectHolder const* other,

@@ -70,7 +70,7 @@ bool Contradicts(EPointPosition position, bool isMarkedInside)
     return position != EPointPosition::eOnRing && isMarkedInside != (position == EPointPosition::eInside);
 }
 
-constexpr int ObjectsInFocus = 4;
+constexpr int ObjectsInFocus = 6;
 
 /// The questions about some objects from `holder` on are asked next.
 void FocusOn(CPathObjectHolder const* holder, CPathObjectHolder const* other, CBoundingRect<double> const & otherRect)
@@ -109,15 +109,22 @@ EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const* other, b
             FocusOn(g, other, rect);
             inFocus = ObjectsInFocus - 1;
         }
-        if (g->m_IsIntersection)
+        bool const isLeft = g->m_IsIntersection;
+        if (isLeft)
         {
             g->m_Direction = isLeftOut ? eWalkForward : eWalkBackward;
             isLeftOut = !isLeftOut;
-            EPointPosition const position = LocatePointOrRect(g->GetPathObject()->GetInbetweenPoint(), other, rect);
-            outcome = Contradicts(position, isLeftOut != invert) ? EMarkOutcome::eInconsistent : outcome;
         }
         EPointPosition const expected = isLeftOut != invert ? EPointPosition::eInside : EPointPosition::eOutside;
-        outcome = AgreesWithSamples(g, other, rect, expected) ? outcome : EMarkOutcome::eInconsistent;
+        bool isMiddleSeen = false;
+        if (isLeft)
+        {
+            TPoint<double> const middle = g->GetPathObject()->GetInbetweenPoint();
+            EPointPosition const position = LocatePointOrRect(middle, other, rect);
+            outcome = Contradicts(position, isLeftOut != invert) ? EMarkOutcome::eInconsistent : outcome;
+            isMiddleSeen = position == expected && rect.ContainsPoint(middle.x, middle.y);
+        }
+        outcome = AgreesWithSamples(g, other, rect, expected, isMiddleSeen) ? outcome : EMarkOutcome::eInconsistent;
         g = g->m_Next;
     } while (g != side.holder);
     return outcome;

@@ -75,12 +75,8 @@ void CRingIndex::AddBridge(CPathObjectBase const & bridge)
     }
 }
 
-CChainIndex const* CRingIndex::FindIndex()
+CChainIndex const* CRingIndex::MakeIndexIfItPays()
 {
-    if (m_Index != nullptr)
-    {
-        return m_Index.get();
-    }
     ++m_Questions;
     if (m_IsShort || !IsIndexUsed(m_Questions >= QuestionsBeforeIndex))
     {
@@ -144,15 +140,8 @@ std::vector<CBoundingRect<double>> CRingIndex::ReadObjects()
     return rects;
 }
 
-/// Objects above the point: those that run into each other exactly count by the sides of their two ends, arcs too, except
-/// near some abscissas.
-bool CRingIndex::IsRangeCrossed(TRange const & range, CProbe & probe) const
+bool CRingIndex::IsRangeCrossedOneByOne(TRange const & range, TPoint<double> const & point) const
 {
-    TPoint<double> const & point = probe.GetPoint();
-    if (range.isTold && (!range.hasArc || !probe.IsNearAbscissa()))
-    {
-        return IsClearlyLess(point.x, range.startX) != IsClearlyLess(point.x, range.endX);
-    }
     bool isOdd = false;
     for (std::size_t i = range.first; i < range.last; ++i)
     {

@@ -65,7 +65,8 @@ private:
     static constexpr double FocusRoom = 0.1; ///< the most that a question may ask for
     static constexpr std::size_t MaxNearby = 64;
 
-    CChainIndex const* FindIndex();
+    CChainIndex const* FindIndex() { return m_Index != nullptr ? m_Index.get() : MakeIndexIfItPays(); }
+    CChainIndex const* MakeIndexIfItPays();
     void LookUp(CChainIndex const & index, CBoundingRect<double> const & rect);
     std::vector<CBoundingRect<double>> ReadObjects();
 
@@ -112,7 +113,16 @@ private:
         TBefore const & end = m_Before[last];
         return {first, last, begin.startX, end.startX, begin.irregular == end.irregular, begin.arcs != end.arcs};
     }
-    bool IsRangeCrossed(TRange const & range, CProbe & probe) const;
+    /// Objects above the point: those that run into each other exactly count by the sides of their two ends, arcs too,
+    /// except near some abscissas.
+    bool IsRangeCrossed(TRange const & range, CProbe & probe) const
+    {
+        TPoint<double> const & point = probe.GetPoint();
+        return range.isTold && (!range.hasArc || !probe.IsNearAbscissa())
+                   ? IsClearlyLess(point.x, range.startX) != IsClearlyLess(point.x, range.endX)
+                   : IsRangeCrossedOneByOne(range, point);
+    }
+    bool IsRangeCrossedOneByOne(TRange const & range, TPoint<double> const & point) const;
 
     template <typename Visit>
     static void WalkRing(CPathObjectHolder const* ring, Visit const & visit)
@@ -176,6 +186,10 @@ private:
     template <typename Holds>
     bool IsOnBridge(TPoint<double> const & point, double extraRoom, Holds const & holds) const
     {
+        if (m_Bridges.empty())
+        {
+            return false;
+        }
         double const room = 2.0 * extraRoom + 1e-12 * std::fabs(point.x); // far above what `holds` tolerates
         auto const end = m_Bridges.upper_bound(point.x + room);
         return std::any_of(m_Bridges.lower_bound(point.x - room), end,

@@ -31,9 +31,9 @@ inline std::uint64_t ToOrderedInteger(double value)
 /// symmetric, NOT transitive. Infinities and NaN have no special case: they are compared by their bits.
 inline bool IsAlmostEqual(double a, double b, std::uint32_t limit)
 {
-    std::uint64_t const difference = ToOrderedInteger(a) - ToOrderedInteger(b);
-    std::uint64_t const distance = (difference >> 63) != 0 ? std::uint64_t{0} - difference : difference;
-    return distance <= limit;
+    // from -limit to limit: moved up, so that one comparison does
+    std::uint64_t const room = limit;
+    return ToOrderedInteger(a) - ToOrderedInteger(b) + room <= 2 * room;
 }
 
 /// `IsAlmostEqual` with the standard limit.
@@ -54,16 +54,16 @@ inline bool IsLessOrAlmostEqual(double a, double b)
     return a < b || IsAlmostEqual(a, b, StandardUlpLimit);
 }
 
-/// `a > b` by more than the standard limit. False if either is NaN.
-inline bool IsClearlyGreater(double a, double b)
-{
-    return a > b && !IsAlmostEqual(a, b, StandardUlpLimit);
-}
-
 /// `a < b` by more than the standard limit. False if either is NaN.
 inline bool IsClearlyLess(double a, double b)
 {
-    return a < b && !IsAlmostEqual(a, b, StandardUlpLimit);
+    return a < b && ToOrderedInteger(b) - ToOrderedInteger(a) > StandardUlpLimit;
+}
+
+/// `a > b` by more than the standard limit. False if either is NaN.
+inline bool IsClearlyGreater(double a, double b)
+{
+    return IsClearlyLess(b, a);
 }
 
 } // namespace geometry
