@@ -1,6 +1,5 @@
 #include "numeric/chain_index.h"
 
-#include <atomic>
 #include <utility>
 
 #include <geometry/numeric/lazy_chain_index.h>
@@ -8,22 +7,11 @@
 namespace geometry
 {
 
-namespace
-{
-
 std::atomic<EIndexUse> indexUse{EIndexUse::eWhenItPays};
-
-} // namespace
 
 void SetIndexUse(EIndexUse use)
 {
     indexUse.store(use, std::memory_order_relaxed);
-}
-
-bool IsIndexUsed(bool pays)
-{
-    EIndexUse const use = indexUse.load(std::memory_order_relaxed);
-    return use == EIndexUse::eWhenItPays ? pays : use == EIndexUse::eAlways;
 }
 
 CChainIndex::CChainIndex(std::vector<Rect> rects)

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <cstddef>
 #include <vector>
@@ -179,7 +180,13 @@ enum class EIndexUse
 
 void SetIndexUse(EIndexUse use);
 
-/// An index is to be used where it `pays`.
-bool IsIndexUsed(bool pays);
+extern std::atomic<EIndexUse> indexUse; ///< what `SetIndexUse` says
+
+/// An index is to be used where it `pays`. Asked for nearly every object.
+inline bool IsIndexUsed(bool pays)
+{
+    EIndexUse const use = indexUse.load(std::memory_order_relaxed);
+    return use == EIndexUse::eWhenItPays ? pays : use == EIndexUse::eAlways;
+}
 
 } // namespace geometry

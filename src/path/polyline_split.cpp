@@ -212,16 +212,21 @@ void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vec
         bool const beginsBetween = hasLast && !lastAtVertex;
         piece->m_Points.reserve(static_cast<std::size_t>(behind - cur) + (beginsBetween ? 1 : 0) +
                                 (to != nullptr ? 1 : 0));
+        auto const addCut = [&](SplitPoint const & cut)
+        {
+            piece->m_Points.emplace_back(cut.x, cut.y);
+            piece->m_BoundingRect.Include(cut);
+        };
         if (beginsBetween)
         {
-            piece->AddVertex(last.x, last.y);
+            addCut(last);
         }
         piece->AppendVertexRange(cur, behind);
         if (to != nullptr)
         {
-            piece->AddVertex(to->x, to->y);
+            addCut(*to);
         }
-        if (piece->IsValid())
+        if (piece->m_Points.size() > 1)
         {
             int const flags = (hasLast ? 1 : 0) | (lastAtVertex ? 2 : 0);
             pieces.emplace_back(piece.get(), static_cast<std::int8_t>(flags));
