@@ -3,7 +3,6 @@
 #include "clip/clear_samples.h"
 
 #include <algorithm>
-#include <array>
 
 #include <geometry/arc/path_object_arc.h>
 
@@ -150,46 +149,61 @@ bool HasMisreadArc(CPathObjectHolder const* ring)
 namespace
 {
 
-constexpr std::size_t pointCount = 8;
-using ProofPoints = std::array<TPoint<double>, pointCount>;
-
 /// Multiples of these two numbers, less their integers, spread evenly over the unit square.
-ProofPoints SpreadPoints(CBoundingRect<double> const & rect)
+TPoint<double> SpreadPoint(CBoundingRect<double> const & rect, int i)
 {
     constexpr double stepX = 0.7548776662466927;
     constexpr double stepY = 0.5698402909980532;
-    ProofPoints points;
-    for (int i = 1; i <= static_cast<int>(pointCount); ++i)
-    {
-        points[static_cast<std::size_t>(i - 1)] =
-            TPoint<double>(rect.minX + (i * stepX - static_cast<int>(i * stepX)) * (rect.maxX - rect.minX),
-                           rect.minY + (i * stepY - static_cast<int>(i * stepY)) * (rect.maxY - rect.minY));
-    }
-    return points;
+    return TPoint<double>(rect.minX + (i * stepX - static_cast<int>(i * stepX)) * (rect.maxX - rect.minX),
+                          rect.minY + (i * stepY - static_cast<int>(i * stepY)) * (rect.maxY - rect.minY));
 }
 
-/// Which points are in the result: even-odd over all result rings, folded runs left out. One walk: there may be many.
-std::array<bool, pointCount> LocateInResult(ProofPoints const & points, CLinkedPathObject const* results)
+} // namespace
+
+CRegionProof::CRegionProof(std::array<CBoundingRect<double>, 2> const & rects, CPathObjectHolder const* subject,
+                           CPathObjectHolder const* clip, bool (*isMember)(bool inSubject, bool inClip), CFold* fold)
+    : m_Fold(fold)
 {
-    std::array<bool, pointCount> isOdd{};
-    for (CLinkedPathObject const* ring = results; ring != nullptr; ring = ring->m_NextRing)
+    constexpr int pointsInRect = static_cast<int>(PointCount / 2);
+    std::size_t i = 0;
+    for (CBoundingRect<double> const & rect : rects)
     {
-        for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
+        for (int k = 1; k <= pointsInRect; ++k, ++i)
         {
-            for (std::size_t i = 0; element->m_Run == nullptr && i < pointCount; ++i)
-            {
-                isOdd[i] = isOdd[i] != IsProbeCountOdd(*element->m_PathObject, points[i]);
-            }
+            TPoint<double> const point = SpreadPoint(rect, k);
+            m_Points[i] = point;
+            m_IsAway[i] = fold != nullptr && !fold->IsInWindow(point);
+            m_Expected[i] = m_IsAway[i] ? ExpectAway(point, subject, clip, isMember(true, false))
+                                        : ExpectWithin(point, subject, clip, isMember);
         }
     }
-    return isOdd;
 }
 
-/// Away from the clip, the result is what the subject is, or nothing. Folded runs count on both sides or on none.
-bool IsPlausibleAway(TPoint<double> const & point, bool isInResult, CPathObjectHolder const* subject,
-                     CPathObjectHolder const* clip, bool isSubjectKept)
+CRegionProof::EExpected CRegionProof::ExpectWithin(TPoint<double> const & point, CPathObjectHolder const* subject,
+                                                   CPathObjectHolder const* clip,
+                                                   bool (*isMember)(bool inSubject, bool inClip)) const
+{
+    EPointPosition const inSubject = LocateClearly(point, subject, false);
+    EPointPosition const inClip =
+        inSubject == EPointPosition::eOnRing ? EPointPosition::eOnRing : LocateClearly(point, clip, false);
+    if (inClip == EPointPosition::eOnRing)
+    {
+        return EExpected::eAny;
+    }
+    bool const isInRuns = m_Fold != nullptr && isMember(true, false) && m_Fold->IsProbeCountOdd(point);
+    bool const isInResult = isMember(inSubject == EPointPosition::eInside, inClip == EPointPosition::eInside);
+    return isInResult != isInRuns ? EExpected::eInResult : EExpected::eNotInResult;
+}
+
+/// The result is what the subject is there, or nothing. Folded runs count on both sides or on none.
+CRegionProof::EExpected CRegionProof::ExpectAway(TPoint<double> const & point, CPathObjectHolder const* subject,
+                                                 CPathObjectHolder const* clip, bool isSubjectKept)
 {
     EPointPosition const inClip = LocateClearly(point, clip, false);
+    if (inClip != EPointPosition::eOutside)
+    {
+        return inClip == EPointPosition::eOnRing ? EExpected::eAny : EExpected::eNeither;
+    }
     bool isOdd = false;
     CPathObjectHolder const* holder = subject;
     do
@@ -197,39 +211,32 @@ bool IsPlausibleAway(TPoint<double> const & point, bool isInResult, CPathObjectH
         isOdd = isOdd != (holder->m_Run == nullptr && IsProbeCountOdd(*holder->GetPathObject(), point));
         holder = holder->m_Next;
     } while (holder != subject);
-    return inClip == EPointPosition::eOnRing ||
-           (inClip == EPointPosition::eOutside && isInResult == (isSubjectKept && isOdd));
+    return isSubjectKept && isOdd ? EExpected::eInResult : EExpected::eNotInResult;
 }
 
-} // namespace
-
-bool IsResultPlausible(CLinkedPathObject const* results, CPathObjectHolder const* subject,
-                       CPathObjectHolder const* clip, CBoundingRect<double> const & rect,
-                       bool (*isMember)(bool inSubject, bool inClip), CFold* fold)
+bool CRegionProof::Holds(CLinkedPathObject const* results) const
 {
-    ProofPoints const points = SpreadPoints(rect);
-    std::array<bool, pointCount> const isInResult = LocateInResult(points, results);
-    bool const isSubjectKept = isMember(true, false);
-    for (std::size_t i = 0; i < pointCount; ++i)
+    // even-odd over all result rings, folded runs left out. One walk: there may be many
+    std::array<bool, PointCount> isInResult{};
+    for (CLinkedPathObject const* ring = results; ring != nullptr; ring = ring->m_NextRing)
     {
-        TPoint<double> const & point = points[i];
-        if (fold != nullptr && !fold->IsInWindow(point))
+        for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
         {
-            if (!IsPlausibleAway(point, isInResult[i], subject, clip, isSubjectKept))
+            for (std::size_t i = 0; element->m_Run == nullptr && i < PointCount; ++i)
             {
-                fold->Fail(); // unless the point is near a folded object
-                return false;
+                isInResult[i] = isInResult[i] != IsProbeCountOdd(*element->m_PathObject, m_Points[i]);
             }
-            continue;
         }
-        EPointPosition const inSubject = LocateClearly(point, subject, false);
-        EPointPosition const inClip =
-            inSubject == EPointPosition::eOnRing ? EPointPosition::eOnRing : LocateClearly(point, clip, false);
-        bool const isInRuns = fold != nullptr && isSubjectKept && fold->IsProbeCountOdd(point);
-        if (inClip != EPointPosition::eOnRing &&
-            isMember(inSubject == EPointPosition::eInside, inClip == EPointPosition::eInside) !=
-                (isInResult[i] != isInRuns))
+    }
+    for (std::size_t i = 0; i < PointCount; ++i)
+    {
+        EExpected const found = isInResult[i] ? EExpected::eInResult : EExpected::eNotInResult;
+        if (m_Expected[i] != EExpected::eAny && m_Expected[i] != found)
         {
+            if (m_IsAway[i])
+            {
+                m_Fold->Fail(); // unless the point is near a folded object
+            }
             return false;
         }
     }

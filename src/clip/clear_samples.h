@@ -4,6 +4,8 @@
 // of a wrong region. A right outcome is never contradicted.
 #pragma once
 
+#include <array>
+
 #include "clip/fold.h"
 #include "clip/ring_position.h"
 
@@ -30,12 +32,40 @@ bool IsWhollyOnSide(CPathObjectHolder const* ring, CPathObjectHolder const* othe
 /// differ by many units in the last place.
 bool HasMisreadArc(CPathObjectHolder const* ring);
 
-/// The regions of the two rings and the traced result agree with `isMember(inSubject, inClip)` at a few points well away
-/// from both rings. Catches what no sample of an outline can: outlines that agree nearly everywhere, where the inside
-/// and the outside of everything may be taken for each other. `fold`: of the subject, or null; where it doesn't tell, it
-/// fails.
-bool IsResultPlausible(CLinkedPathObject const* results, CPathObjectHolder const* subject,
-                       CPathObjectHolder const* clip, CBoundingRect<double> const & rect,
-                       bool (*isMember)(bool inSubject, bool inClip), CFold* fold);
+/// What the regions of the two rings say of a few points, to be compared with the result, which is traced from the rings
+/// and may use them up. Catches what no sample of an outline can: outlines that agree nearly everywhere, where the inside
+/// and the outside of everything may be taken for each other.
+class CRegionProof
+{
+public:
+    /// Points spread over the rectangles of the subject and the clip. `fold`: of the subject, or null.
+    CRegionProof(std::array<CBoundingRect<double>, 2> const & rects, CPathObjectHolder const* subject,
+                 CPathObjectHolder const* clip, bool (*isMember)(bool inSubject, bool inClip), CFold* fold);
+
+    /// The result agrees with `isMember(inSubject, inClip)` at those points that are well away from both rings. Where the
+    /// fold doesn't tell, it fails.
+    bool Holds(CLinkedPathObject const* results) const;
+
+private:
+    static constexpr std::size_t PointCount = 16;
+
+    enum class EExpected
+    {
+        eAny,         ///< the point is near a ring
+        eInResult,    ///< an odd number of times, folded runs left out
+        eNotInResult, ///< an even number of times
+        eNeither      ///< the fold tells nothing right
+    };
+
+    EExpected ExpectWithin(TPoint<double> const & point, CPathObjectHolder const* subject,
+                           CPathObjectHolder const* clip, bool (*isMember)(bool inSubject, bool inClip)) const;
+    static EExpected ExpectAway(TPoint<double> const & point, CPathObjectHolder const* subject,
+                                CPathObjectHolder const* clip, bool isSubjectKept);
+
+    CFold* m_Fold; ///< not owned
+    std::array<TPoint<double>, PointCount> m_Points;
+    std::array<bool, PointCount> m_IsAway{}; ///< from the clip, so that the fold doesn't answer for the subject
+    std::array<EExpected, PointCount> m_Expected{};
+};
 
 } // namespace geometry

@@ -276,21 +276,20 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCrossingR
     {
         return this->eClipRetry;
     }
+    auto const isMember = MembershipOf<T>(this->m_Operation);
+    CFold* const fold = this->m_Fold.get();
+    CRegionProof const proof({this->m_SubjectRect, this->m_ClipRect}, subject, clip, isMember, fold);
     bool const isTraced = TraceResultRings(subject, clip, this->m_Results);
     if (!isTraced || !AreResultRingsClosed(this->m_Results))
     {
         return this->eClipRetry;
     }
-    auto const isMember = MembershipOf<T>(this->m_Operation);
-    CFold* const fold = this->m_Fold.get();
     if (fold != nullptr && !AreRunsInPlace(this->m_Results, *fold, isMember(true, false)))
     {
         fold->Fail();
         return this->eClipRetry;
     }
-    bool const isPlausible = IsResultPlausible(this->m_Results, subject, clip, this->m_SubjectRect, isMember, fold) &&
-                             IsResultPlausible(this->m_Results, subject, clip, this->m_ClipRect, isMember, fold);
-    return isPlausible ? this->eClipResultReady : this->eClipRetry;
+    return proof.Holds(this->m_Results) ? this->eClipResultReady : this->eClipRetry;
 }
 
 template <typename T>

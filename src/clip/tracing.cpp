@@ -1,6 +1,9 @@
-// Tracing: walks the marked rings, changing ring at each intersection, and collects clones of the objects passed into
-// result rings. Each object goes in at the head, so a result ring runs against the walk; pieces of one kind that meet
-// become one object.
+// Tracing: walks the marked rings, changing ring at each intersection, and collects the objects passed into result rings:
+// pieces themselves, and clones of what isn't cut. Each object goes in at the head, so a result ring runs against the walk;
+// pieces of one kind that meet become one object.
+#include <memory>
+#include <utility>
+
 #include "clip/clipper.h"
 #include "clip/ring_position.h"
 #include "path/polyline_internals.h"
@@ -66,7 +69,13 @@ void SettleHead(CLinkedPathObject* ring)
     }
 }
 
-void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse)
+namespace
+{
+
+/// As `AppendToResultRing`; `take` makes the object that goes into the ring if it doesn't end up in one that is there.
+template <typename Take>
+void AppendTaken(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse,
+                 Take const & take)
 {
     if (object == nullptr ||
         (object->GetStartPoint() == object->GetEndPoint() && object->GetInbetweenPoint() == object->GetStartPoint()))
@@ -77,21 +86,28 @@ void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPa
     {
         return;
     }
-    std::unique_ptr<CPathObjectBase> copy(object->Clone());
+    std::unique_ptr<CPathObjectBase> taken = take();
     if (reverse)
     {
-        copy->Reverse();
+        taken->Reverse();
     }
     if (ring != nullptr && ring->m_Run == nullptr)
     {
         SettleHead(ring.get());
-        if (CPathObjectBase* const joined = copy->Append(ring->m_PathObject))
+        if (CPathObjectBase* const joined = taken->Append(ring->m_PathObject))
         {
             ring->TakeObject(joined);
             return;
         }
     }
-    PutBeforeResultRing(std::move(copy), ring);
+    PutBeforeResultRing(std::move(taken), ring);
+}
+
+} // namespace
+
+void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse)
+{
+    AppendTaken(object, ring, reverse, [&] { return std::unique_ptr<CPathObjectBase>(object->Clone()); });
 }
 
 void CloseResultRing(CLinkedPathObject* ring)
@@ -174,12 +190,19 @@ void CleanupResultRings(CLinkedPathObject* results)
 namespace
 {
 
-/// The objects that `holder` stands for, at the head of `ring`.
-void AppendHolderToResultRing(CPathObjectHolder const* holder, std::unique_ptr<CLinkedPathObject> & ring, bool reverse)
+/// The objects that `holder` stands for, at the head of `ring`. A piece that only the holder has goes there itself: a walk
+/// passes each holder once. One with a user info is cloned, as its owner may count the clones.
+void AppendHolderToResultRing(CPathObjectHolder* holder, std::unique_ptr<CLinkedPathObject> & ring, bool reverse)
 {
     if (holder->m_Run == nullptr)
     {
-        AppendToResultRing(holder->GetPathObject(), ring, reverse);
+        CPathObjectBase const* const object = holder->GetPathObject();
+        bool const isPiece = holder->m_OwnObject != nullptr && object->GetUserInfo() == nullptr;
+        AppendTaken(object, ring, reverse,
+                    [&] {
+                        return std::unique_ptr<CPathObjectBase>(isPiece ? std::exchange(holder->m_OwnObject, nullptr)
+                                                                        : object->Clone());
+                    });
         return;
     }
     PutBeforeResultRing(std::unique_ptr<CPathObjectBase>(holder->GetPathObject()->Clone()), ring);
