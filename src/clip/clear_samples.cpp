@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include <geometry/arc/path_object_arc.h>
 
@@ -150,40 +151,71 @@ bool HasMisreadArc(CPathObjectHolder const* ring)
 namespace
 {
 
-constexpr std::size_t pointCount = 8;
+constexpr std::size_t pointsInRect = 8;
+constexpr std::size_t pointCount = 2 * pointsInRect;
 using ProofPoints = std::array<TPoint<double>, pointCount>;
 
-/// Multiples of these two numbers, less their integers, spread evenly over the unit square.
-ProofPoints SpreadPoints(CBoundingRect<double> const & rect)
+/// Multiples of these two numbers, less their integers, spread evenly over the unit square. First the points in `rect`.
+ProofPoints SpreadPoints(CBoundingRect<double> const & rect, CBoundingRect<double> const & second)
 {
     constexpr double stepX = 0.7548776662466927;
     constexpr double stepY = 0.5698402909980532;
     ProofPoints points;
-    for (int i = 1; i <= static_cast<int>(pointCount); ++i)
+    for (std::size_t at = 0; at < pointCount; ++at)
     {
-        points[static_cast<std::size_t>(i - 1)] =
-            TPoint<double>(rect.minX + (i * stepX - static_cast<int>(i * stepX)) * (rect.maxX - rect.minX),
-                           rect.minY + (i * stepY - static_cast<int>(i * stepY)) * (rect.maxY - rect.minY));
+        CBoundingRect<double> const & r = at < pointsInRect ? rect : second;
+        int const i = static_cast<int>(at % pointsInRect) + 1;
+        points[at] = TPoint<double>(r.minX + (i * stepX - static_cast<int>(i * stepX)) * (r.maxX - r.minX),
+                                    r.minY + (i * stepY - static_cast<int>(i * stepY)) * (r.maxY - r.minY));
     }
     return points;
 }
 
 /// Which points are in the result: even-odd over all result rings, folded runs left out. One walk: there may be many.
-std::array<bool, pointCount> LocateInResult(ProofPoints const & points, CLinkedPathObject const* results)
+class CResultLocator
 {
-    std::array<bool, pointCount> isOdd{};
-    for (CLinkedPathObject const* ring = results; ring != nullptr; ring = ring->m_NextRing)
+public:
+    explicit CResultLocator(ProofPoints const & points) : m_Points(points)
     {
-        for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
+        std::transform(points.begin(), points.end(), m_X.begin(), [](TPoint<double> const & p) { return p.x; });
+    }
+
+    std::array<bool, pointCount> Locate(CLinkedPathObject const* results) const
+    {
+        std::array<bool, pointCount> isOdd{};
+        for (CLinkedPathObject const* ring = results; ring != nullptr; ring = ring->m_NextRing)
         {
-            for (std::size_t i = 0; element->m_Run == nullptr && i < pointCount; ++i)
+            for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
             {
-                isOdd[i] = isOdd[i] != IsProbeCountOdd(*element->m_PathObject, points[i]);
+                bool const counts = element->m_Run == nullptr && IsAnyAt(element->m_PathObject->GetBoundingRect());
+                for (std::size_t i = 0; counts && i < pointCount; ++i)
+                {
+                    isOdd[i] = isOdd[i] != IsProbeCountOdd(*element->m_PathObject, m_Points[i]);
+                }
             }
         }
+        return isOdd;
     }
-    return isOdd;
-}
+
+private:
+    /// A point may lie below or above the rectangle, or in it: most objects are narrow.
+    bool IsAnyAt(CBoundingRect<double> const & rect) const
+    {
+        constexpr double room = 1e-12; // far above what is tolerated
+        constexpr double least = 1e-300;
+        double const left = rect.minX - (room * std::fabs(rect.minX) + least);
+        double const right = rect.maxX + (room * std::fabs(rect.maxX) + least);
+        int any = 0;
+        for (double const x : m_X)
+        {
+            any |= static_cast<int>(!(x < left)) & static_cast<int>(!(x > right));
+        }
+        return any != 0;
+    }
+
+    ProofPoints const & m_Points;
+    std::array<double, pointCount> m_X;
+};
 
 /// Away from the clip, the result is what the subject is, or nothing. Folded runs count on both sides or on none.
 bool IsPlausibleAway(TPoint<double> const & point, bool isInResult, CPathObjectHolder const* subject,
@@ -204,11 +236,12 @@ bool IsPlausibleAway(TPoint<double> const & point, bool isInResult, CPathObjectH
 } // namespace
 
 bool IsResultPlausible(CLinkedPathObject const* results, CPathObjectHolder const* subject,
-                       CPathObjectHolder const* clip, CBoundingRect<double> const & rect,
-                       bool (*isMember)(bool inSubject, bool inClip), CFold* fold)
+                       CPathObjectHolder const* clip, CBoundingRect<double> const & subjectRect,
+                       CBoundingRect<double> const & clipRect, bool (*isMember)(bool inSubject, bool inClip),
+                       CFold* fold)
 {
-    ProofPoints const points = SpreadPoints(rect);
-    std::array<bool, pointCount> const isInResult = LocateInResult(points, results);
+    ProofPoints const points = SpreadPoints(subjectRect, clipRect);
+    std::array<bool, pointCount> const isInResult = CResultLocator(points).Locate(results);
     bool const isSubjectKept = isMember(true, false);
     for (std::size_t i = 0; i < pointCount; ++i)
     {

@@ -30,12 +30,13 @@ bool IsWhollyOnSide(CPathObjectHolder const* ring, CPathObjectHolder const* othe
 /// differ by many units in the last place.
 bool HasMisreadArc(CPathObjectHolder const* ring);
 
-/// The regions of the two rings and the traced result agree with `isMember(inSubject, inClip)` at a few points well away
-/// from both rings. Catches what no sample of an outline can: outlines that agree nearly everywhere, where the inside
+/// The regions of the two rings and the traced result agree with `isMember(inSubject, inClip)` at a few points of either
+/// ring's rectangle that are well away from both rings. Catches what no sample of an outline can: outlines that agree nearly everywhere, where the inside
 /// and the outside of everything may be taken for each other. `fold`: of the subject, or null; where it doesn't tell, it
 /// fails.
 bool IsResultPlausible(CLinkedPathObject const* results, CPathObjectHolder const* subject,
-                       CPathObjectHolder const* clip, CBoundingRect<double> const & rect,
-                       bool (*isMember)(bool inSubject, bool inClip), CFold* fold);
+                       CPathObjectHolder const* clip, CBoundingRect<double> const & subjectRect,
+                       CBoundingRect<double> const & clipRect, bool (*isMember)(bool inSubject, bool inClip),
+                       CFold* fold);
 
 } // namespace geometry

@@ -286,8 +286,8 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCrossingR
         fold->Fail();
         return this->eClipRetry;
     }
-    bool const isPlausible = IsResultPlausible(this->m_Results, subject, clip, this->m_SubjectRect, isMember, fold) &&
-                             IsResultPlausible(this->m_Results, subject, clip, this->m_ClipRect, isMember, fold);
+    bool const isPlausible =
+        IsResultPlausible(this->m_Results, subject, clip, this->m_SubjectRect, this->m_ClipRect, isMember, fold);
     return isPlausible ? this->eClipResultReady : this->eClipRetry;
 }
 
