@@ -171,7 +171,9 @@ void CRingIndex::LookUp(CChainIndex const & index, CBoundingRect<double> const &
     m_Focus = rect;
     m_Above.clear();
     m_Nearby.clear();
-    index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, rect, FocusRoom); },
+    CBoundingRect<double> at = rect;
+    at.Inflate(FocusRoom);
+    index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, at); },
                [&](std::size_t i)
                {
                    m_Nearby.push_back({index.GetRect(i), i});
