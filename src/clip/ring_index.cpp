@@ -143,6 +143,17 @@ std::vector<CBoundingRect<double>> CRingIndex::ReadObjects()
 bool CRingIndex::IsRangeCrossedOneByOne(TRange const & range, TPoint<double> const & point) const
 {
     bool isOdd = false;
+    if (range.last - range.first >= MinIndexedCount)
+    {
+        m_Index->Search([&](CBoundingRect<double> const & r) { return !(point.x < r.minX || point.x > r.maxX); },
+                        [&](std::size_t i)
+                        {
+                            bool const isIn = i >= range.first && i < range.last;
+                            isOdd = isOdd != (isIn && IsProbeCountOdd(*m_Objects[i], point));
+                            return i < range.last;
+                        });
+        return isOdd;
+    }
     for (std::size_t i = range.first; i < range.last; ++i)
     {
         isOdd = isOdd != IsProbeCountOdd(*m_Objects[i], point);
