@@ -109,14 +109,25 @@ void CPathObjectArc::SetArc(TPoint<double> const & start, TPoint<double> const &
 void CPathObjectArc::SetArc(TPoint<double> const & start, TPoint<double> const & end, TPoint<double> const & centre,
                             bool counterClockwise, double radius)
 {
-    Points points = {start, end, centre, TPoint<double>()};
-    m_Radius = 0.0 >= radius ? CalculateArcRadius(points[eStart], points[eEnd], points[eCentre]) : radius;
-    points[eMidPoint] =
-        CalculateArcMidPoint(MakeSweep(points[eStart], points[eEnd], points[eCentre], counterClockwise, m_Radius));
-    m_Points.swap(points);
+    double const newRadius = 0.0 >= radius ? CalculateArcRadius(start, end, centre) : radius;
+    Sweep const sweep =
+        MakeSweep(start, end, centre, counterClockwise, newRadius); // arguments may be points of this arc
+    m_Points.resize(eArcPointCount);
+    m_Points[eStart] = counterClockwise ? sweep.A : sweep.B;
+    m_Points[eEnd] = counterClockwise ? sweep.B : sweep.A;
+    m_Points[eCentre] = sweep.C;
+    m_Points[eMidPoint] = CalculateArcMidPoint(sweep);
+    m_Radius = newRadius;
     m_ArcPoints.Clear();
     m_Direction = counterClockwise ? eDirectionCounterClockwise : eDirectionClockwise;
-    CPathObjectArc::RecalculateBoundingRect();
+    if (sweep.IsClosed())
+    {
+        CPathObjectArc::RecalculateBoundingRect();
+    }
+    else
+    {
+        m_BoundingRect = CalculateArcBoundingRect(sweep);
+    }
 }
 
 double CPathObjectArc::CalculateMinRadius(double radius)

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cfloat>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -73,16 +74,20 @@ public:
     TPoint<double> operator[](std::size_t i) const
     {
         TPoint<double> const & d = m_Directions[i];
+        if (m_Radius > 0.0 && m_Radius <= DBL_MAX)
+        {
+            return TPoint<double>(m_Radius * d.x + m_Centre.x, m_Radius * d.y + m_Centre.y);
+        }
         return m_Radius <= 0.0 ? m_Centre : TPoint<double>(Scale(d.x) + m_Centre.x, Scale(d.y) + m_Centre.y);
     }
     double GetRadius() const { return m_Radius; }
 
 private:
-    /// Zero stays zero if the radius is infinite.
+    /// Zero stays zero though the radius is infinite.
     double Scale(double part) const { return part == 0.0 ? part : m_Radius * part; }
 
     std::array<TPoint<double>, ClosedGridSize> const & m_Directions;
-    TPoint<double> m_Centre;
+    TPoint<double> const & m_Centre;
     double m_Radius;
     std::size_t m_Size;
 };
@@ -161,8 +166,11 @@ GridMask SelectByDirection(Sweep const & sweep, CCirclePoints const & ring)
     GridMask mask = isAtMostHalfTurn ? leftOfA & rightOfB : leftOfA | rightOfB;
     for (int const i : {nearA, nearB})
     {
-        TPoint<double> const p = ring[static_cast<std::size_t>(i)];
-        mask |= p == sweep.A || p == sweep.B ? Bit(i) : 0;
+        if ((mask & Bit(i)) == 0)
+        {
+            TPoint<double> const p = ring[static_cast<std::size_t>(i)];
+            mask |= p == sweep.A || p == sweep.B ? Bit(i) : 0;
+        }
     }
     return mask;
 }
@@ -219,7 +227,8 @@ public:
             return m_A;
         }
         std::size_t const k = i - (m_BeginsAtA ? 1U : 0U);
-        return k < m_Selected ? m_Ring[(m_First + k) % m_Ring.size()] : m_B;
+        std::size_t const at = m_First + k;
+        return k < m_Selected ? m_Ring[at < m_Ring.size() ? at : at - m_Ring.size()] : m_B;
     }
 
 private:
@@ -248,8 +257,8 @@ private:
         }
     }
 
-    TPoint<double> m_A;
-    TPoint<double> m_B;
+    TPoint<double> const & m_A; // of the sweep, which must outlive the chain
+    TPoint<double> const & m_B;
     CCirclePoints m_Ring;
     std::size_t m_First = 0;
     std::size_t m_Selected = 0;
@@ -273,7 +282,8 @@ std::vector<TPoint<double>> BuildArcPoints(Sweep const & sweep)
 
 TInnerChordPoints FindInnerChordPoints(CPathObjectArc const & arc)
 {
-    CChordChain const chain(SweepOf(arc));
+    Sweep const sweep = SweepOf(arc);
+    CChordChain const chain(sweep);
     std::size_t const count = chain.size();
     if (count < 2)
     {

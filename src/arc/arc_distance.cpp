@@ -30,11 +30,30 @@ double CPathObjectArc::SquareDistanceToPoint(double x, double y, TPoint<double> 
     return result;
 }
 
-bool IsClearlyFarther(CPathObjectArc const & arc, TPoint<double> const & point, double distance)
+/// The kernels solve a line through the centre and `x`: where that isn't nearly parallel to an axis, in coordinates like
+/// these, the points found are on the circle but for less than 1e-4, and one of them is on the way to a point outside.
+bool IsClearlyFarther(CPathObjectArc const & arc, TPoint<double> const & x, double distance)
 {
+    constexpr double LargestCoordinate = 4e9;
+    constexpr double SmallestSlope = 1e-6;
+    if (!arc.CPathObjectArc::IsValid() || !IsIndexUsed(true))
+    {
+        return false;
+    }
     TPoint<double> const* const points = CArcInternals::GetPoints(arc);
-    return arc.CPathObjectArc::IsValid() && IsIndexUsed(true) &&
-           IsClearlyFarther(points[0], points[1], points[2], arc.GetRadius(), point, distance);
+    TPoint<double> const & c = points[2];
+    double const r = arc.GetRadius();
+    double const room = 2.0 * distance;
+    double const dx = std::fabs(x.x - c.x);
+    double const dy = std::fabs(x.y - c.y);
+    double const d2 = dx * dx + dy * dy;
+    double const r2 = r * r;
+    bool const isAccurate = r > 1.0 && r > 2.0 * room && r < LargestCoordinate && std::fabs(c.x) < LargestCoordinate &&
+                            std::fabs(c.y) < LargestCoordinate && d2 < LargestCoordinate * LargestCoordinate &&
+                            dx > SmallestSlope * dy && dy > SmallestSlope * dx;
+    // d2 - r2 is the distance to the circle times d + r
+    return isAccurate && (d2 > 4.0 * r2 || std::fabs(d2 - r2) > 3.0 * r * room) &&
+           SquareDistance(x, points[0]) > room * room && SquareDistance(x, points[1]) > room * room;
 }
 
 namespace

@@ -76,16 +76,16 @@ struct ProbeWalk
     {
         bool const startOnRay = IsOnRay(start);
         bool const endOnRay = IsOnRay(end);
-        Sweep onRay = sweep; // with the ends on the ray moved to its x exactly
+        // the ends on the ray moved to its x exactly
         if (startOnRay)
         {
-            (counterClockwise ? onRay.A : onRay.B).x = p.x;
+            (counterClockwise ? sweep.A : sweep.B).x = p.x;
         }
         if (endOnRay)
         {
-            (counterClockwise ? onRay.B : onRay.A).x = p.x;
+            (counterClockwise ? sweep.B : sweep.A).x = p.x;
         }
-        ELineMeeting const meeting = IntersectArcProbeRay(onRay, p, h);
+        ELineMeeting const meeting = IntersectArcProbeRay(sweep, p, h);
         if (h.count == 0)
         {
             if (startOnRay)
@@ -152,7 +152,8 @@ unsigned int CPathObjectArc::IntersectWithVerticalProbeLine(TPoint<double> const
     {
         return 0;
     }
-    ProbeWalk walk{point, GetStartPoint(), GetEndPoint(), SweepOf(*this), IsCounterClockwise(), {}};
+    TPoint<double> const* const ends = CArcInternals::GetPoints(*this);
+    ProbeWalk walk{point, ends[0], ends[1], SweepOf(*this), IsCounterClockwise(), {}};
     return walk.Run();
 }
 

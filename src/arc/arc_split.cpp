@@ -47,6 +47,7 @@ SplitPoints & BringToEntry(SplitPositionList & list)
     if (list.empty())
     {
         list.emplace_back();
+        list.front().second.reserve(2); // seldom more
     }
     return list.front().second;
 }
@@ -78,6 +79,7 @@ public:
 
     void Run(SplitPoints const & points)
     {
+        m_Pieces.reserve(m_Pieces.size() + points.size() + 1);
         if (CutFirst(points))
         {
             for (std::size_t i = 0; i < points.size(); ++i)

@@ -257,26 +257,6 @@ double SquareDistanceArcPoint(Sweep const & sweep, TPoint<double> const & x, TPo
     return best;
 }
 
-/// The kernels solve a line through the centre and `x`: where that isn't nearly parallel to an axis, in coordinates like
-/// these, the points found are on the circle but for less than 1e-4, and one of them is on the way to a point outside.
-bool IsClearlyFarther(TPoint<double> const & a, TPoint<double> const & b, TPoint<double> const & c, double r,
-                      TPoint<double> const & x, double distance)
-{
-    constexpr double LargestCoordinate = 4e9;
-    constexpr double SmallestSlope = 1e-6;
-    double const room = 2.0 * distance;
-    double const dx = std::fabs(x.x - c.x);
-    double const dy = std::fabs(x.y - c.y);
-    double const d2 = dx * dx + dy * dy;
-    double const r2 = r * r;
-    bool const isAccurate = r > 1.0 && r > 2.0 * room && r < LargestCoordinate && std::fabs(c.x) < LargestCoordinate &&
-                            std::fabs(c.y) < LargestCoordinate && d2 < LargestCoordinate * LargestCoordinate &&
-                            dx > SmallestSlope * dy && dy > SmallestSlope * dx;
-    // d2 - r2 is the distance to the circle times d + r
-    return isAccurate && (d2 > 4.0 * r2 || std::fabs(d2 - r2) > 3.0 * r * room) && SquareDistance(x, a) > room * room &&
-           SquareDistance(x, b) > room * room;
-}
-
 double SquareDistanceCircleSegment(TPoint<double> const & c, double r, TPoint<double> const & p,
                                    TPoint<double> const & q, TPoint<double> & onCircle, TPoint<double> & onSegment)
 {

@@ -15,11 +15,6 @@ double SquareDistanceCirclePoint(TPoint<double> const & c, double r, TPoint<doub
 /// A radius of exactly zero stands for the centre. A closed sweep is the whole circle.
 double SquareDistanceArcPoint(Sweep const & sweep, TPoint<double> const & x, TPoint<double> & closest);
 
-/// True only if `SquareDistanceArcPoint` answers more than the square of `distance`, which must be 0.03 at least: the
-/// point is so far from the circle and from both ends that rounding doesn't matter.
-bool IsClearlyFarther(TPoint<double> const & a, TPoint<double> const & b, TPoint<double> const & c, double r,
-                      TPoint<double> const & x, double distance);
-
 double SquareDistanceCircleSegment(TPoint<double> const & c, double r, TPoint<double> const & p,
                                    TPoint<double> const & q, TPoint<double> & onCircle, TPoint<double> & onSegment);
 

@@ -3,6 +3,7 @@
 #include "clip/clear_samples.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include <geometry/arc/path_object_arc.h>
 
@@ -172,6 +173,7 @@ CRegionProof::CRegionProof(std::array<CBoundingRect<double>, 2> const & rects, C
         {
             TPoint<double> const point = SpreadPoint(rect, k);
             m_Points[i] = point;
+            m_X[i] = point.x;
             m_IsAway[i] = fold != nullptr && !fold->IsInWindow(point);
             m_Expected[i] = m_IsAway[i] ? ExpectAway(point, subject, clip, isMember(true, false))
                                         : ExpectWithin(point, subject, clip, isMember);
@@ -214,6 +216,21 @@ CRegionProof::EExpected CRegionProof::ExpectAway(TPoint<double> const & point, C
     return isSubjectKept && isOdd ? EExpected::eInResult : EExpected::eNotInResult;
 }
 
+/// A point may lie below or above the rectangle, or in it: most objects are narrow.
+bool CRegionProof::IsAnyAt(CBoundingRect<double> const & rect) const
+{
+    constexpr double room = 1e-12; // far above what is tolerated
+    constexpr double least = 1e-300;
+    double const left = rect.minX - (room * std::fabs(rect.minX) + least);
+    double const right = rect.maxX + (room * std::fabs(rect.maxX) + least);
+    int any = 0;
+    for (double const x : m_X)
+    {
+        any |= static_cast<int>(!(x < left)) & static_cast<int>(!(x > right));
+    }
+    return any != 0;
+}
+
 bool CRegionProof::Holds(CLinkedPathObject const* results) const
 {
     // even-odd over all result rings, folded runs left out. One walk: there may be many
@@ -222,7 +239,8 @@ bool CRegionProof::Holds(CLinkedPathObject const* results) const
     {
         for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
         {
-            for (std::size_t i = 0; element->m_Run == nullptr && i < PointCount; ++i)
+            bool const counts = element->m_Run == nullptr && IsAnyAt(element->m_PathObject->GetBoundingRect());
+            for (std::size_t i = 0; counts && i < PointCount; ++i)
             {
                 isInResult[i] = isInResult[i] != IsProbeCountOdd(*element->m_PathObject, m_Points[i]);
             }

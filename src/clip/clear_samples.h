@@ -62,8 +62,11 @@ private:
     static EExpected ExpectAway(TPoint<double> const & point, CPathObjectHolder const* subject,
                                 CPathObjectHolder const* clip, bool isSubjectKept);
 
+    bool IsAnyAt(CBoundingRect<double> const & rect) const;
+
     CFold* m_Fold; ///< not owned
     std::array<TPoint<double>, PointCount> m_Points;
+    std::array<double, PointCount> m_X{};    ///< theirs
     std::array<bool, PointCount> m_IsAway{}; ///< from the clip, so that the fold doesn't answer for the subject
     std::array<EExpected, PointCount> m_Expected{};
 };

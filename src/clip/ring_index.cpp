@@ -143,6 +143,17 @@ std::vector<CBoundingRect<double>> CRingIndex::ReadObjects()
 bool CRingIndex::IsRangeCrossedOneByOne(TRange const & range, TPoint<double> const & point) const
 {
     bool isOdd = false;
+    if (range.last - range.first >= MinIndexedCount)
+    {
+        m_Index->Search([&](CBoundingRect<double> const & r) { return !(point.x < r.minX || point.x > r.maxX); },
+                        [&](std::size_t i)
+                        {
+                            bool const isIn = i >= range.first && i < range.last;
+                            isOdd = isOdd != (isIn && IsProbeCountOdd(*m_Objects[i], point));
+                            return i < range.last;
+                        });
+        return isOdd;
+    }
     for (std::size_t i = range.first; i < range.last; ++i)
     {
         isOdd = isOdd != IsProbeCountOdd(*m_Objects[i], point);
@@ -171,7 +182,9 @@ void CRingIndex::LookUp(CChainIndex const & index, CBoundingRect<double> const &
     m_Focus = rect;
     m_Above.clear();
     m_Nearby.clear();
-    index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, rect, FocusRoom); },
+    CBoundingRect<double> at = rect;
+    at.Inflate(FocusRoom);
+    index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, at); },
                [&](std::size_t i)
                {
                    m_Nearby.push_back({index.GetRect(i), i});

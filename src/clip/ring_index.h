@@ -134,13 +134,13 @@ private:
         }
     }
 
-    /// What is to be done with the objects in a rectangle for all points in `at`, with `room` around them.
-    static CChainIndex::EAction Classify(CBoundingRect<double> const & r, CBoundingRect<double> const & at, double room)
+    /// What is to be done with the objects in a rectangle for all points in `at`.
+    static CChainIndex::EAction Classify(CBoundingRect<double> const & r, CBoundingRect<double> const & at)
     {
-        bool const isApart = at.maxX < r.minX - room || at.minX > r.maxX + room || at.minY > r.maxY + room;
-        return isApart                   ? CChainIndex::EAction::ePass
-               : at.maxY < r.minY - room ? CChainIndex::EAction::eTake
-                                         : CChainIndex::EAction::eOpen;
+        bool const isApart = at.maxX < r.minX || at.minX > r.maxX || at.minY > r.maxY;
+        return isApart            ? CChainIndex::EAction::ePass
+               : at.maxY < r.minY ? CChainIndex::EAction::eTake
+                                  : CChainIndex::EAction::eOpen;
     }
 
     bool IsInFocus(TPoint<double> const & point, double extraRoom) const
@@ -155,12 +155,13 @@ private:
     {
         bool isOdd = false;
         CProbe probe(point, m_Abscissas);
-        CBoundingRect<double> const at(point, point);
+        CBoundingRect<double> at(point, point);
+        at.Inflate(extraRoom); // its rounding is far below the room that the rectangles have
         auto const take = [&](std::size_t first, std::size_t last)
         { isOdd = isOdd != IsRangeCrossed(MakeRange(first, last), probe); };
         if (!IsInFocus(point, extraRoom))
         {
-            index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, at, extraRoom); },
+            index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, at); },
                        [&](std::size_t i) { return visit(*m_Objects[i]); }, take);
             return isOdd;
         }
@@ -170,7 +171,7 @@ private:
         }
         for (TNearby const & nearby : m_Nearby)
         {
-            CChainIndex::EAction const action = Classify(nearby.rect, at, extraRoom);
+            CChainIndex::EAction const action = Classify(nearby.rect, at);
             if (action == CChainIndex::EAction::eTake)
             {
                 take(nearby.object, nearby.object + 1);
