@@ -132,12 +132,13 @@ bool HasMisreadArc(CPathObjectHolder const* ring)
     {
         CPathObjectBase const & object = *holder->GetPathObject();
         bool const isCut = MeetsOtherRing(holder) || MeetsOtherRing(holder->m_Next);
-        if (isCut && !object.CanAppendVertex() && !(object.GetStartPoint() == object.GetEndPoint()))
+        if (isCut && !object.CanAppendVertex())
         {
             CBoundingRect<double> const & rect = object.GetBoundingRect();
             double const reach = std::max(rect.maxX - rect.minX, rect.maxY - rect.minY);
-            if (SquareDistance(object.GetStartPoint(), object.GetEndPoint()) <
-                misreadPart * reach * misreadPart * reach)
+            TPoint<double> const & start = object.GetStartPoint();
+            TPoint<double> const & end = object.GetEndPoint();
+            if (SquareDistance(start, end) < misreadPart * reach * misreadPart * reach && !(start == end))
             {
                 return true;
             }
