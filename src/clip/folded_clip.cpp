@@ -196,9 +196,10 @@ namespace
 std::unique_ptr<CPolygon> TakeClosedObject(CPathObjectBase*& object)
 {
     CPolygon::PathObjects outline(1, object);
+    CBoundingRect<double> rect;
+    rect.Include(object->GetBoundingRect());
     auto polygon = std::make_unique<CPolygon>();
-    CPolygonInternals::AdoptOutline(*polygon, std::move(outline), object->GetBoundingRect(), CPolygon::eWindingUnknown,
-                                    nullptr);
+    CPolygonInternals::AdoptOutline(*polygon, std::move(outline), rect, CPolygon::eWindingUnknown, nullptr);
     object = nullptr;
     return polygon;
 }
