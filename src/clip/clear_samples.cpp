@@ -34,14 +34,9 @@ EPointPosition LocateClearly(TPoint<double> const & point, CPathObjectHolder con
     {
         CBoundingRect<double> reach = object.GetBoundingRect();
         double margin = relativeMargin * std::max(reach.maxX - reach.minX, reach.maxY - reach.minY);
-        bool const isArc = !object.CanAppendVertex();
-        if (isSampleOfArc || isArc)
+        if (isSampleOfArc || !object.CanAppendVertex())
         {
             margin = std::max(margin, arcMargin);
-        }
-        if (isArc && IsClearlyFarther(static_cast<CPathObjectArc const &>(object), point, margin))
-        {
-            return false;
         }
         reach.Inflate(margin);
         TPoint<double> closest;
