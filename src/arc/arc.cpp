@@ -170,12 +170,13 @@ bool CPathObjectArc::IsValid() const
 
 bool CPathObjectArc::IsDegenerate() const
 {
-    return GetStartPoint() == GetEndPoint() && GetStartPoint() == GetInbetweenPoint();
+    return !IsValid() || (m_Points[eStart] == m_Points[eEnd] && m_Points[eStart] == m_Points[eMidPoint]);
 }
 
 bool CPathObjectArc::IsFullCircle() const
 {
-    return GetStartPoint() == GetEndPoint() && GetCentre() != GetStartPoint() && GetInbetweenPoint() != GetStartPoint();
+    return IsValid() && m_Points[eStart] == m_Points[eEnd] && m_Points[eCentre] != m_Points[eStart] &&
+           m_Points[eMidPoint] != m_Points[eStart];
 }
 
 bool CPathObjectArc::IsSingleSegment() const

@@ -136,41 +136,28 @@ bool IsClearOfRounding(Sweep const & sweep, double radius)
            SquareDistance(sweep.B, sweep.C) >= least;
 }
 
-/// The same where that is clear of rounding: only the points nearest to the two lines through the centre and the ends of
-/// the sweep have to be asked, since the others clearly lie left or right of them.
+/// The same where that is clear of rounding: directions other than the nearest ones of the two lines through the centre
+/// and the ends of the sweep are clearly left or right of them, and only those are asked for which that leaves a doubt.
 GridMask SelectByDirection(Sweep const & sweep, CCirclePoints const & ring)
 {
     TPoint<double> const & c = sweep.C;
     TPoint<double> const u(sweep.A.x - c.x, sweep.A.y - c.y);
     TPoint<double> const v(sweep.B.x - c.x, sweep.B.y - c.y);
-    // the sides of the direction 0, which is left out with its opposite; then those of the ends with the points asked
-    constexpr GridMask Left = 0x00000000fffffffe;
+    constexpr GridMask Left = 0x00000000fffffffe; // of the direction 0
     constexpr GridMask Right = 0xfffffffe00000000;
-    auto const select = [&](TPoint<double> const & side, int nearest, GridMask sure, auto const & isOnSide)
-    {
-        GridMask mask = std::rotl(sure, nearest);
-        for (int const i : {nearest, (nearest + GridSize / 2) % GridSize})
-        {
-            TPoint<double> const p = ring[static_cast<std::size_t>(i)];
-            double const x = p.x - c.x;
-            double const y = p.y - c.y;
-            mask |= isOnSide(y * side.x - x * side.y) ? Bit(i) : 0;
-        }
-        return mask;
-    };
     int const nearA = NearestGridDirection(u.x, u.y);
     int const nearB = NearestGridDirection(v.x, v.y);
-    GridMask const leftOfA = select(u, nearA, Left, [](double turn) { return turn >= 0.0; });
-    GridMask const rightOfB = select(v, nearB, Right, [](double turn) { return turn <= 0.0; });
+    GridMask const isBehindA = std::rotl(Left, nearA);
+    GridMask const isNotBehindA = std::rotl(Right, nearA);
+    GridMask const isBeforeB = std::rotl(Right, nearB);
+    GridMask const isNotBeforeB = std::rotl(Left, nearB);
     bool const isAtMostHalfTurn = u.x * v.y - u.y * v.x >= 0.0;
-    GridMask mask = isAtMostHalfTurn ? leftOfA & rightOfB : leftOfA | rightOfB;
-    for (int const i : {nearA, nearB})
+    GridMask mask = isAtMostHalfTurn ? isBehindA & isBeforeB : isBehindA | isBeforeB;
+    GridMask const isOut = isAtMostHalfTurn ? isNotBehindA | isNotBeforeB : isNotBehindA & isNotBeforeB;
+    for (GridMask asked = ~(mask | isOut); asked != 0; asked &= asked - 1)
     {
-        if ((mask & Bit(i)) == 0)
-        {
-            TPoint<double> const p = ring[static_cast<std::size_t>(i)];
-            mask |= p == sweep.A || p == sweep.B ? Bit(i) : 0;
-        }
+        int const i = std::countr_zero(asked);
+        mask |= IsPointInSweep(sweep, ring[static_cast<std::size_t>(i)]) ? Bit(i) : 0;
     }
     return mask;
 }

@@ -35,6 +35,11 @@ double CalculateSweepLength(Sweep const & sweep);
 /// where that isn't clear at once.
 bool IsClearlyFarther(CPathObjectArc const & arc, TPoint<double> const & point, double distance);
 
+/// The upward ray from the point crosses the arc an odd number of times: what `IntersectWithVerticalProbeLine` comes to
+/// where nothing is to be decided by tolerance. The arc must be steady, the point clearly farther from it than 0.1 and
+/// not near the abscissas that need care.
+bool IsClearlyCrossed(CPathObjectArc const & arc, TPoint<double> const & point);
+
 /// The sweep as a chain of chords from `A` to `B` on a fixed grid of 64 directions, so that neighbouring arcs of one
 /// circle share their vertices. With `A` exactly equal to `B`: 65 points that begin and end at the rightmost one.
 std::vector<TPoint<double>> BuildArcPoints(Sweep const & sweep);

@@ -137,6 +137,23 @@ int SignOfCrossing(TPoint<double> const & h, TPoint<double> const & p, Sweep con
 
 } // namespace
 
+bool IsClearlyCrossed(CPathObjectArc const & arc, TPoint<double> const & point)
+{
+    CBoundingRect<double> const & rect = arc.GetBoundingRect();
+    if (point.x < rect.minX || point.x > rect.maxX)
+    {
+        return false;
+    }
+    TPoint<double> const* const points = CArcInternals::GetPoints(arc);
+    TPoint<double> const & c = points[2];
+    TPoint<double> const & a = points[arc.IsCounterClockwise() ? 0 : 1];
+    TPoint<double> const & b = points[arc.IsCounterClockwise() ? 1 : 0];
+    bool const isInside = SquareDistance(point, c) < arc.GetRadius() * arc.GetRadius();
+    bool const isBelow = !isInside && point.y < c.y; // both points of the circle
+    return ((isInside || isBelow) && IsAbscissaInSweep(a, b, c, point.x, true)) !=
+           (isBelow && IsAbscissaInSweep(a, b, c, point.x, false));
+}
+
 bool CPathObjectArc::IsPointOnPath(double x, double y) const
 {
     TPoint<double> closest;

@@ -72,7 +72,8 @@ bool IsSteadyArc(CPathObjectArc const & arc, TArcReading const & reading)
 void CProbeAbscissas::Add(CPathObjectArc const & arc)
 {
     CBoundingRect<double> const & rect = arc.GetBoundingRect();
-    double const x = arc.GetCentre().x;
+    TPoint<double> const* const points = CArcInternals::GetPoints(arc);
+    double const x = points[2].x;
     double const radius = arc.GetRadius();
     double const room = 10.0 * LargestMisfit + 1e-6 * radius + 1e-9 * (std::fabs(x) + radius);
     auto const add = [&](double at)
@@ -81,8 +82,8 @@ void CProbeAbscissas::Add(CPathObjectArc const & arc)
         m_Low = std::min(m_Low, at - room);
         m_High = std::max(m_High, at + room);
     };
-    add(arc.GetStartPoint().x);
-    add(arc.GetEndPoint().x);
+    add(points[0].x);
+    add(points[1].x);
     // left and right of the arc nothing is to be decided: the line doesn't meet it
     if (x - radius + 2.0 * room > rect.minX)
     {

@@ -205,26 +205,27 @@ bool IsPointInSweepByHalves(Sweep const & sweep, TPoint<double> const & p)
 {
     TPoint<double> const & a = sweep.A;
     TPoint<double> const & b = sweep.B;
-    if (p == a || p == b)
-    {
-        return true;
-    }
-    bool const aUpper = !(a.y < sweep.C.y);
-    bool const bUpper = !(b.y < sweep.C.y);
-    bool const pUpper = !(p.y < sweep.C.y);
+    return p == a || p == b || IsAbscissaInSweep(a, b, sweep.C, p.x, !(p.y < sweep.C.y));
+}
+
+bool IsAbscissaInSweep(TPoint<double> const & a, TPoint<double> const & b, TPoint<double> const & c, double x,
+                       bool isUpper)
+{
+    bool const aUpper = !(a.y < c.y);
+    bool const bUpper = !(b.y < c.y);
     if (aUpper)
     {
-        if (pUpper)
+        if (isUpper)
         {
-            return p.x <= a.x || (bUpper && b.x <= p.x);
+            return x <= a.x || (bUpper && b.x <= x);
         }
-        return bUpper ? a.x <= b.x : p.x <= b.x;
+        return bUpper ? a.x <= b.x : x <= b.x;
     }
-    if (!pUpper)
+    if (!isUpper)
     {
-        return a.x <= p.x || (!bUpper && p.x <= b.x);
+        return a.x <= x || (!bUpper && x <= b.x);
     }
-    return bUpper ? b.x <= p.x : b.x <= a.x;
+    return bUpper ? b.x <= x : b.x <= a.x;
 }
 
 void FilterPointsBySweep(Sweep const & sweep, CrossingPoints & h)

@@ -56,6 +56,10 @@ inline bool IsPointInSweep(Sweep const & sweep, TPoint<double> const & p)
 /// a vertical line that meets the sweep's range of x; left or right of that range it may say true too often.
 bool IsPointInSweepByHalves(Sweep const & sweep, TPoint<double> const & p);
 
+/// The same for the upper or the lower point of the circle at `x`, its ends apart from both.
+bool IsAbscissaInSweep(TPoint<double> const & a, TPoint<double> const & b, TPoint<double> const & c, double x,
+                       bool isUpper);
+
 /// Removes the points outside the sweep by `IsPointInSweep`; a closed sweep keeps all.
 void FilterPointsBySweep(Sweep const & sweep, CrossingPoints & h);
 /// The same by `IsPointInSweepByHalves`.

@@ -26,21 +26,30 @@ constexpr double relativeMargin = 1e-7;
 /// An arc whose ends are apart by less than this part of its reach is read the wrong way round.
 constexpr double misreadPart = 1e-6;
 
+/// The point is outside the rectangle by more than any margin and tolerance.
+bool IsFarFrom(CBoundingRect<double> const & rect, TPoint<double> const & point)
+{
+    double const outX = std::max(rect.minX - point.x, point.x - rect.maxX);
+    double const outY = std::max(rect.minY - point.y, point.y - rect.maxY);
+    return std::max(outX, outY) > 2.0 * arcMargin +
+                                      2.0 * relativeMargin * (rect.maxX - rect.minX + (rect.maxY - rect.minY)) +
+                                      1e-12 * (std::fabs(point.x) + std::fabs(point.y));
+}
+
 /// The position to the ring of `ring`; `eOnRing` if the point isn't well away from it. `isArc`: the object sampled.
 EPointPosition LocateClearly(TPoint<double> const & point, CPathObjectHolder const* ring, bool isSampleOfArc)
 {
     auto const isNear = [&](CPathObjectBase const & object)
     {
         CBoundingRect<double> reach = object.GetBoundingRect();
+        if (IsFarFrom(reach, point))
+        {
+            return false; // as most objects are
+        }
         double margin = relativeMargin * std::max(reach.maxX - reach.minX, reach.maxY - reach.minY);
-        bool const isArc = !object.CanAppendVertex();
-        if (isSampleOfArc || isArc)
+        if (isSampleOfArc || !object.CanAppendVertex())
         {
             margin = std::max(margin, arcMargin);
-        }
-        if (isArc && IsClearlyFarther(static_cast<CPathObjectArc const &>(object), point, margin))
-        {
-            return false;
         }
         reach.Inflate(margin);
         TPoint<double> closest;

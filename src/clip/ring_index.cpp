@@ -6,6 +6,7 @@
 
 #include <geometry/arc/path_object_arc.h>
 
+#include "arc/arc_geometry.h"
 #include "path/segment_kernels.h"
 
 namespace geometry
@@ -159,6 +160,24 @@ bool CRingIndex::IsRangeCrossedOneByOne(TRange const & range, TPoint<double> con
         isOdd = isOdd != IsProbeCountOdd(*m_Objects[i], point);
     }
     return isOdd;
+}
+
+/// The object is an arc that is clearly too far from the point to hold it: counts it without any tolerance.
+bool CRingIndex::PassesArc(std::size_t i, CProbe & probe, bool & isOdd) const
+{
+    if (m_Before[i].arcs == m_Before[i + 1].arcs)
+    {
+        return false;
+    }
+    auto const & arc = static_cast<CPathObjectArc const &>(*m_Objects[i]);
+    CBoundingRect<double> const & rect = arc.GetBoundingRect();
+    double const room = std::max(ArcRoom, SizeRoom * std::max(rect.maxX - rect.minX, rect.maxY - rect.minY));
+    if (!IsClearlyFarther(arc, probe.GetPoint(), room) || probe.IsNearAbscissa())
+    {
+        return false;
+    }
+    isOdd = isOdd != IsClearlyCrossed(arc, probe.GetPoint());
+    return true;
 }
 
 void CRingIndex::Focus(CPathObjectHolder const* ring, CBoundingRect<double> const & rect)

@@ -122,6 +122,7 @@ private:
                    ? IsClearlyLess(point.x, range.startX) != IsClearlyLess(point.x, range.endX)
                    : IsRangeCrossedOneByOne(range, point);
     }
+    bool PassesArc(std::size_t i, CProbe & probe, bool & isOdd) const;
     bool IsRangeCrossedOneByOne(TRange const & range, TPoint<double> const & point) const;
 
     template <typename Visit>
@@ -162,7 +163,7 @@ private:
         if (!IsInFocus(point, extraRoom))
         {
             index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, at); },
-                       [&](std::size_t i) { return visit(*m_Objects[i]); }, take);
+                       [&](std::size_t i) { return PassesArc(i, probe, isOdd) || visit(*m_Objects[i]); }, take);
             return isOdd;
         }
         for (TRange const & range : m_Above)
@@ -176,7 +177,8 @@ private:
             {
                 take(nearby.object, nearby.object + 1);
             }
-            else if (action == CChainIndex::EAction::eOpen && !visit(*m_Objects[nearby.object]))
+            else if (action == CChainIndex::EAction::eOpen && !PassesArc(nearby.object, probe, isOdd) &&
+                     !visit(*m_Objects[nearby.object]))
             {
                 break;
             }
