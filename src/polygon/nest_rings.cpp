@@ -28,7 +28,8 @@ std::vector<std::vector<std::size_t>> FindEnclosing(PolygonVector const & rings)
         index.Search([&](CBoundingRect<double> const & rect) { return rect.ContainsRect(rects[i]); },
                      [&](std::size_t k)
                      {
-                         if (k != i && areaOf(k) > areaOf(i) && Encloses(*rings[k], *rings[i]))
+                         if (k != i && (IsAreaClearlyLarger(*rings[k], areaOf(i)) || areaOf(k) > areaOf(i)) &&
+                             Encloses(*rings[k], *rings[i]))
                          {
                              enclosing[i].push_back(k);
                          }
