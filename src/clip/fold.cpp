@@ -19,27 +19,6 @@ namespace
 constexpr std::size_t MinFoldedCount = 32; // path objects; below, reading them one by one is as fast
 constexpr std::size_t Neighbours = 2;      // how far from a place the clipper looks along the ring
 
-/// Above all distances at which a clip takes notice of an object: 0.1 for arcs, 1e-7 of the size of an object, 100 units
-/// in the last place.
-double RoomFor(CBoundingRect<double> const & a, CBoundingRect<double> const & b)
-{
-    double const size = (a.maxX - a.minX) + (a.maxY - a.minY) + (b.maxX - b.minX) + (b.maxY - b.minY);
-    double const largest = std::max({std::fabs(a.minX), std::fabs(a.minY), std::fabs(a.maxX), std::fabs(a.maxY)});
-    return 0.25 + 2.5e-7 * size + 1e-11 * largest;
-}
-
-bool IsApart(CBoundingRect<double> const & a, CBoundingRect<double> const & b)
-{
-    return a.maxX < b.minX || a.minX > b.maxX || a.maxY < b.minY || a.minY > b.maxY;
-}
-
-/// Beyond, arcs aren't clipped.
-bool IsInReach(CBoundingRect<double> const & rect)
-{
-    constexpr double largest = 1e15;
-    return rect.minX > -largest && rect.minY > -largest && rect.maxX < largest && rect.maxY < largest;
-}
-
 bool BearsUserInfo(CPathObjectBase const* object)
 {
     return object->GetUserInfo() != nullptr;
@@ -47,12 +26,16 @@ bool BearsUserInfo(CPathObjectBase const* object)
 
 } // namespace
 
+bool CFold::MayFold(CPolygon const & polygon)
+{
+    auto const count = polygon.GetOutline().size();
+    return IsIndexUsed(count >= MinFoldedCount) && count > 2 * Neighbours;
+}
+
 std::unique_ptr<CFold> CFold::Make(CPolygon const & polygon, CPolygon const & other, TPoint<double> const* shift)
 {
-    auto const & outline = polygon.GetOutline();
     auto const & otherOutline = other.GetOutline();
-    if (!CPolygonInternals::HasFacts(polygon) || !IsIndexUsed(outline.size() >= MinFoldedCount) ||
-        outline.size() <= 2 * Neighbours || !IsInReach(polygon.GetBoundingRect()) ||
+    if (!MayFold(polygon) || !CPolygonInternals::HasFacts(polygon) || !IsInReach(polygon.GetBoundingRect()) ||
         !IsInReach(other.GetBoundingRect()) || std::any_of(otherOutline.begin(), otherOutline.end(), BearsUserInfo))
     {
         return nullptr;
@@ -82,32 +65,96 @@ void CFold::SetWindow(CBoundingRect<double> other, TPoint<double> const & shift)
     m_Reach.Inflate(room);
 }
 
+namespace
+{
+
+/// Where to look one by one: the ranges of objects that are kept, apart and ascending.
+class CKeptRanges
+{
+public:
+    explicit CKeptRanges(std::size_t count) : m_Count(count) {}
+
+    /// The objects from `before` ones before `index` to `behind` ones behind it, round the outline.
+    void Keep(std::size_t index, std::size_t before, std::size_t behind)
+    {
+        std::size_t const first = index + m_Count - before; // plus the count
+        std::size_t const last = index + m_Count + behind + 1;
+        Add(std::max(first, m_Count) - m_Count, std::min(last, 2 * m_Count) - m_Count);
+        if (first < m_Count)
+        {
+            Add(first, m_Count);
+        }
+        if (last > 2 * m_Count)
+        {
+            Add(0, last - 2 * m_Count);
+        }
+    }
+
+    std::vector<std::pair<std::size_t, std::size_t>> const & Arrange()
+    {
+        std::sort(m_Ranges.begin(), m_Ranges.end());
+        std::size_t count = 0;
+        for (auto const & range : m_Ranges)
+        {
+            if (count > 0 && range.first <= m_Ranges[count - 1].second)
+            {
+                m_Ranges[count - 1].second = std::max(m_Ranges[count - 1].second, range.second);
+            }
+            else
+            {
+                m_Ranges[count++] = range;
+            }
+        }
+        m_Ranges.resize(count);
+        return m_Ranges;
+    }
+
+private:
+    void Add(std::size_t first, std::size_t last)
+    {
+        if (!m_Ranges.empty() && m_Ranges.back().first <= first && first <= m_Ranges.back().second)
+        {
+            m_Ranges.back().second = std::max(m_Ranges.back().second, last);
+        }
+        else
+        {
+            m_Ranges.emplace_back(first, last);
+        }
+    }
+
+    std::size_t m_Count;
+    std::vector<std::pair<std::size_t, std::size_t>> m_Ranges;
+};
+
+} // namespace
+
 void CFold::FindRuns()
 {
     auto const & outline = m_Polygon.GetOutline();
-    auto const & facts = CPolygonInternals::FactsOf(m_Polygon).objects;
+    COutlineFacts const & facts = CPolygonInternals::FactsOf(m_Polygon);
     std::size_t const n = outline.size();
-    std::vector<char> isKept(n, 0);
-    for (std::size_t i = 0; i < n; ++i)
-    {
-        // what isn't steady may come near when it is moved
-        if (!IsApart(facts[i].rect, m_Reach) || !facts[i].isSteady ||
-            (m_IsShifted && !facts[i].isFirm && !StaysItself(i)))
+    CKeptRanges kept(n);
+    auto const mayBeNear = [&](auto const & f)
+    { return !IsApart(f.rect, m_Reach) || !f.isSteady || (m_IsShifted && !f.isFirm); };
+    facts.Walk(
+        0, n, [&](TFactsSum const & sum) { return mayBeNear(sum) || !sum.isApart; },
+        [&](std::size_t i, TObjectFacts const & object)
         {
-            for (std::size_t k = 0; k <= 2 * Neighbours; ++k)
+            // what isn't steady may come near when it is moved
+            if (mayBeNear(object) && (!IsApart(object.rect, m_Reach) || !object.isSteady || !StaysItself(i)))
             {
-                isKept[(i + n - Neighbours + k) % n] = 1;
+                kept.Keep(i, Neighbours, Neighbours);
             }
-        }
-        if (!facts[i].isApart)
-        {
-            isKept[i] = 1;
-            isKept[i + 1 < n ? i + 1 : 0] = 1;
-        }
-    }
-    for (std::size_t i = 0; i < n; ++i)
+            if (!object.isApart)
+            {
+                kept.Keep(i, 0, 1);
+            }
+            return true;
+        });
+    std::size_t last = 0;
+    for (auto const & range : kept.Arrange())
     {
-        if (isKept[i] != 0)
+        for (std::size_t i = range.first; i < range.second; ++i)
         {
             m_RestLength += outline[i]->CalculateLength();
             if (BearsUserInfo(outline[i]))
@@ -115,14 +162,11 @@ void CFold::FindRuns()
                 m_Runs.clear();
                 return;
             }
-            continue;
         }
-        if (i == 0 || isKept[i - 1] != 0)
-        {
-            m_Runs.emplace_back().first = i;
-        }
-        AddToRun(i);
+        AddRun(last, range.first);
+        last = range.second;
     }
+    AddRun(last, n);
 }
 
 /// Moved by nothing, an object gets its radius, rectangle and direction anew: the direction must come out the same.
@@ -138,29 +182,41 @@ bool CFold::StaysItself(std::size_t index) const
     return moved.IsCounterClockwise() == static_cast<CPathObjectArc const &>(object).IsCounterClockwise();
 }
 
-void CFold::AddToRun(std::size_t index)
+void CFold::AddRun(std::size_t first, std::size_t last)
 {
-    TObjectFacts const & facts = CPolygonInternals::FactsOf(m_Polygon).objects[index];
-    TFoldedRun & run = m_Runs.back();
-    run.last = index + 1;
-    if (m_IsShifted && !facts.isFirm)
+    if (first == last)
     {
-        std::unique_ptr<CPathObjectBase> const moved(m_Polygon.GetOutline()[index]->Clone());
-        moved->Translate(0.0, 0.0);
-        run.rect.Include(moved->GetBoundingRect());
+        return;
     }
-    else
+    COutlineFacts const & facts = CPolygonInternals::FactsOf(m_Polygon);
+    TFactsSum const sum = facts.Sum(first, last);
+    TFoldedRun run{first, last, sum.rect, sum.area, sum.length, sum.hasArc};
+    if (m_IsShifted && !sum.isFirm)
     {
-        run.rect.Include(facts.rect);
+        run.rect.Reset();
+        for (std::size_t i = first; i < last; ++i)
+        {
+            std::unique_ptr<CPathObjectBase> const moved(m_Polygon.GetOutline()[i]->Clone());
+            moved->Translate(0.0, 0.0);
+            run.rect.Include(moved->GetBoundingRect());
+        }
     }
-    run.area += facts.area;
-    run.length += facts.length;
-    run.hasArc = run.hasArc || facts.isArc;
-    m_RunLength += facts.length;
-    if (facts.rect.minY > m_Window.maxY && facts.rect.minX <= m_Window.maxX && facts.rect.maxX >= m_Window.minX)
-    {
-        AddAbove(index);
-    }
+    m_RunLength += run.length;
+    m_Runs.push_back(run);
+    auto const isAbove = [&](CBoundingRect<double> const & rect)
+    { return rect.minY > m_Window.maxY && rect.minX <= m_Window.maxX && rect.maxX >= m_Window.minX; };
+    facts.Walk(
+        first, last,
+        [&](TFactsSum const & s)
+        { return s.rect.maxY > m_Window.maxY && s.rect.minX <= m_Window.maxX && s.rect.maxX >= m_Window.minX; },
+        [&](std::size_t i, TObjectFacts const & object)
+        {
+            if (isAbove(object.rect))
+            {
+                AddAbove(i);
+            }
+            return true;
+        });
 }
 
 void CFold::AddAbove(std::size_t index)

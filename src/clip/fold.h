@@ -21,7 +21,7 @@ struct TFoldedRun
     std::size_t first = 0;
     std::size_t last = 0;
     CBoundingRect<double> rect;
-    double area = 0.0; ///< see `TObjectFacts`
+    double area = 0.0; ///< see `TFactsSum`
     double length = 0.0;
     bool hasArc = false;
 };
@@ -30,8 +30,9 @@ class CFold
 {
 public:
     /// The outline of `polygon` folded for a clip with `other`, moved by `shift` or, with a null, as it is; null if that
-    /// doesn't pay. `polygon` must outlive it.
-    /// The facts of its outline must be complete.
+    /// doesn't pay, or no facts of its outline are kept. `polygon` must outlive it.
+    /// Facts of the outline of `polygon` may serve.
+    static bool MayFold(CPolygon const & polygon);
     static std::unique_ptr<CFold> Make(CPolygon const & polygon, CPolygon const & other, TPoint<double> const* shift);
 
     CPolygon const & GetPolygon() const { return m_Polygon; }
@@ -69,7 +70,7 @@ private:
     void SetWindow(CBoundingRect<double> other, TPoint<double> const & shift);
     bool StaysItself(std::size_t index) const;
     void FindRuns();
-    void AddToRun(std::size_t index);
+    void AddRun(std::size_t first, std::size_t last);
     void AddAbove(std::size_t index);
 
     CPolygon const & m_Polygon;

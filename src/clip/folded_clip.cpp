@@ -122,7 +122,7 @@ template <typename T>
 typename CPolygonClipBase<T>::EClipResult CPolygonClipGreinerHormannBased<T>::RunFoldedClip(CPolygon const & first,
                                                                                             CPolygon & second)
 {
-    if (!second.GetOutline().empty())
+    if (CFold::MayFold(second))
     {
         CPolygonInternals::CompleteFacts(second);
     }
@@ -229,9 +229,8 @@ class CRingUnfolder
 public:
     CRingUnfolder(CFold const & fold, CPolygon & source)
         : m_Source(source), m_IsShifted(fold.IsShifted()), m_SourceFacts(CPolygonInternals::FactsOf(m_Source)),
-          m_Facts(std::make_shared<COutlineFacts>())
+          m_Facts(std::make_shared<COutlineFacts>(m_SourceFacts.GetOrigin()))
     {
-        m_Facts->origin = m_SourceFacts.origin;
     }
 
     std::unique_ptr<CPolygon> TakeRing(CLinkedPathObject* ring);
@@ -243,7 +242,7 @@ private:
 
     CPolygon & m_Source;
     bool m_IsShifted;
-    COutlineFacts const & m_SourceFacts;
+    COutlineFacts & m_SourceFacts;
     CPolygon::PathObjects m_Objects; ///< not owned
     std::shared_ptr<COutlineFacts> m_Facts;
     CBoundingRect<double> m_Rect;
@@ -254,10 +253,9 @@ private:
 void CRingUnfolder::AddObject(CPathObjectBase* object)
 {
     m_Objects.push_back(object);
-    m_Facts->objects.emplace_back();
-    m_Facts->incomplete.push_back(m_Objects.size() - 1);
+    m_Facts->Append(*object);
     m_Rect.Include(object->GetBoundingRect());
-    m_Area += SignedAreaTo(*object, m_Facts->origin);
+    m_Area += SignedAreaTo(*object, m_Facts->GetOrigin());
     m_HasArc = m_HasArc || !object->CanAppendVertex();
 }
 
@@ -265,37 +263,22 @@ void CRingUnfolder::AddObject(CPathObjectBase* object)
 void CRingUnfolder::AddRun(TFoldedRun const & run, bool isReversed)
 {
     auto const & outline = m_Source.GetOutline();
-    auto const & facts = m_SourceFacts.objects;
-    auto const first = static_cast<std::ptrdiff_t>(run.first);
-    auto const last = static_cast<std::ptrdiff_t>(run.last);
-    std::size_t const begin = m_Objects.size();
-    m_Objects.insert(m_Objects.end(), outline.begin() + first, outline.begin() + last);
-    m_Facts->objects.insert(m_Facts->objects.end(), facts.begin() + first, facts.begin() + last);
-    for (std::size_t i = begin; m_IsShifted && i < m_Objects.size(); ++i)
+    if (m_IsShifted)
     {
-        TObjectFacts & present = m_Facts->objects[i];
-        if (!present.isFirm)
-        {
-            m_Objects[i]->Translate(0.0, 0.0);
-            present.rect = m_Objects[i]->GetBoundingRect();
-            present.isFirm = true;
-        }
+        m_SourceFacts.MoveByNothing(outline, run.first, run.last);
     }
+    std::size_t const begin = m_Objects.size();
+    m_Objects.insert(m_Objects.end(), outline.begin() + static_cast<std::ptrdiff_t>(run.first),
+                     outline.begin() + static_cast<std::ptrdiff_t>(run.last));
     if (isReversed)
     {
-        auto const from = static_cast<std::ptrdiff_t>(begin);
-        std::reverse(m_Objects.begin() + from, m_Objects.end());
-        std::reverse(m_Facts->objects.begin() + from, m_Facts->objects.end());
+        std::reverse(m_Objects.begin() + static_cast<std::ptrdiff_t>(begin), m_Objects.end());
         for (std::size_t i = begin; i < m_Objects.size(); ++i)
         {
-            TObjectFacts & present = m_Facts->objects[i];
             m_Objects[i]->Reverse();
-            present.area = -present.area;
-            // the joint in front of an object is the one behind it now; all within a run are alike
-            present.isApart = true;
         }
     }
-    m_Facts->incomplete.push_back(m_Objects.size() - 1); // its joint
+    m_Facts->AppendRun(m_SourceFacts, run.first, run.last, isReversed);
     m_Rect.Include(run.rect);
     m_Area += isReversed ? -run.area : run.area;
     m_HasArc = m_HasArc || run.hasArc;
@@ -306,10 +289,7 @@ CPolygon::EPolygonWinding CRingUnfolder::FindWinding() const
 {
     double const width = m_Rect.maxX - m_Rect.minX;
     double const height = m_Rect.maxY - m_Rect.minY;
-    TPoint<double> const & origin = m_Facts->origin;
-    double const reach = std::max(std::fabs(m_Rect.minX - origin.x), std::fabs(m_Rect.maxX - origin.x)) +
-                         std::max(std::fabs(m_Rect.minY - origin.y), std::fabs(m_Rect.maxY - origin.y));
-    double const rounding = 1e-15 * static_cast<double>(m_Objects.size()) * reach * reach;
+    double const rounding = m_Facts->GetAreaRounding(m_Rect);
     if (!m_HasArc || !(std::fabs(m_Area) > 2e-9 * width * height + rounding))
     {
         return CPolygon::eWindingUnknown;
@@ -331,7 +311,6 @@ std::unique_ptr<CPolygon> CRingUnfolder::TakeRing(CLinkedPathObject* ring)
         return TakePlainRing(ring);
     }
     m_Objects.reserve(count + 1);
-    m_Facts->objects.reserve(count);
     auto polygon = std::make_unique<CPolygon>();
     for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
     {
@@ -344,6 +323,7 @@ std::unique_ptr<CPolygon> CRingUnfolder::TakeRing(CLinkedPathObject* ring)
             AddObject(element->m_PathObject);
         }
     }
+    m_Facts->Complete(m_Objects);
     CPolygon::EPolygonWinding const winding = FindWinding();
     CPolygonInternals::AdoptOutline(*polygon, std::move(m_Objects), m_Rect, winding, std::move(m_Facts));
     for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)

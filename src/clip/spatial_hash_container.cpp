@@ -14,7 +14,7 @@
 #include <geometry/path/path_object_base.h>
 #include <geometry/polygon/polygon.h>
 
-#include "clip/cell_index.h"
+#include "numeric/scatter_index.h"
 #include "polygon/merge.h"
 
 namespace geometry
@@ -41,6 +41,11 @@ R CellsOf(R const & rect, int cellSize)
     auto const [minX, maxX] = std::minmax({rect.minX / cellSize, rect.maxX / cellSize});
     auto const [minY, maxY] = std::minmax({rect.minY / cellSize, rect.maxY / cellSize});
     return R(minX, minY, maxX, maxY);
+}
+
+CBoundingRect<double> ReadAsDoubles(CBoundingRect<int> const & rect)
+{
+    return CBoundingRect<double>(rect.minX, rect.minY, rect.maxX, rect.maxY);
 }
 
 /// Integers of 32 bits are so far apart as doubles that a tolerant comparison is a plain one.
@@ -202,10 +207,10 @@ void CSpatialHashContainer<T, Calculator>::IndexCrowdedCells(CellMap & cells)
     {
         if (IsIndexUsed(cell.entries.size() >= CrowdedEntryCount))
         {
-            std::vector<CBoundingRect<int>> rects;
+            std::vector<CBoundingRect<double>> rects;
             std::transform(cell.entries.begin(), cell.entries.end(), std::back_inserter(rects),
-                           [](TEntry const & entry) { return entry.rect; });
-            cell.index = std::make_shared<CCellIndex const>(rects);
+                           [](TEntry const & entry) { return ReadAsDoubles(entry.rect); });
+            cell.index = std::make_shared<CScatterIndex const>(rects);
         }
     }
 }
@@ -365,7 +370,7 @@ void CSpatialHashContainer<T, Calculator>::WalkCells(TGrid const & grid, Calcula
             append(cell.entries, isWanted);
             return;
         }
-        for (std::uint32_t const i : cell.index->Find(query))
+        for (std::uint32_t const i : cell.index->Find(ReadAsDoubles(query)))
         {
             if (isWanted(cell.entries[i].object))
             {

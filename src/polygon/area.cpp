@@ -12,6 +12,8 @@
 
 #include "arc/as_arc.h"
 #include "path/segment_kernels.h"
+#include "polygon/outline_facts.h"
+#include "polygon/polygon_tools.h"
 
 namespace geometry
 {
@@ -282,6 +284,18 @@ double CPolygon::GetArea() const
 double AreaOf(CPolygon const & ring)
 {
     return std::fabs(SignedOutlineArea(ring.GetOutline()));
+}
+
+bool IsAreaClearlyLarger(CPolygon const & ring, double area)
+{
+    if (!CPolygonInternals::HasFacts(ring))
+    {
+        return false;
+    }
+    COutlineFacts const & facts = CPolygonInternals::FactsOf(ring);
+    CBoundingRect<double> const & rect = ring.GetBoundingRect();
+    double const room = facts.GetAreaRounding(rect) + 1e-9 * RectArea(rect);
+    return std::fabs(facts.Sum(0, facts.GetCount()).area) - room > area;
 }
 
 double LengthOf(CPolygon const & ring)

@@ -16,6 +16,9 @@ double SignedAreaTo(CPathObjectBase const & object, TPoint<double> const & origi
 double AreaOf(CPolygon const & ring);
 double LengthOf(CPolygon const & ring);
 
+/// `AreaOf(ring) > area`, quickly where facts of its outline are kept. Else, and where that isn't clear, false.
+bool IsAreaClearlyLarger(CPolygon const & ring, double area);
+
 /// The rings of the union of `a` and `b` have all the area and all the length of both: these share neither area nor a
 /// stretch of outline, but meet in single points. An outline that runs through such a point twice is hard on the next
 /// clip, and nothing is gained by it.

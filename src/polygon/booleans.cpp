@@ -8,6 +8,7 @@
 #include <geometry/thread/thread.h>
 
 #include "polygon/folding.h"
+#include "polygon/outline_facts.h"
 #include "polygon/subtract_tiles.h"
 
 namespace geometry
@@ -378,6 +379,17 @@ namespace
 bool IsOnOutline(CPolygon const & polygon, TPoint<double> const & point)
 {
     auto const & outline = polygon.GetOutline();
+    if (CPolygonInternals::HasFacts(polygon) && IsInReach(polygon.GetBoundingRect()))
+    {
+        bool isOn = false;
+        CPolygonInternals::FactsOf(polygon).VisitNear(polygon.GetBoundingRect(), point,
+                                                      [&](std::size_t i)
+                                                      {
+                                                          isOn = outline[i]->IsPointOnPath(point.x, point.y);
+                                                          return !isOn;
+                                                      });
+        return isOn;
+    }
     return std::any_of(outline.begin(), outline.end(),
                        [&](CPathObjectBase const* object) { return object->IsPointOnPath(point.x, point.y); });
 }

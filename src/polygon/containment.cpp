@@ -1,11 +1,13 @@
 // Read-only questions about a point or another polygon. Containment rests on the parity of upward probe crossings,
-// which the path objects count by a half-open rule. Of many objects an index tells those that can be crossed.
+// which the path objects count by a half-open rule. Of many objects an index, or what is known of them, tells those that
+// can be crossed.
 #include <geometry/polygon/polygon.h>
 
 #include <algorithm>
 #include <cfloat>
 
 #include "path/probe_parity.h"
+#include "polygon/outline_facts.h"
 #include "polygon/outline_index.h"
 
 namespace geometry
@@ -15,6 +17,12 @@ namespace geometry
 bool CPolygon::IsProbeCountOdd(TPoint<double> const & point) const
 {
     bool isOdd = false;
+    if (m_Facts != nullptr)
+    {
+        m_Facts->VisitProbed(point,
+                             [&](std::size_t i) { isOdd = isOdd != geometry::IsProbeCountOdd(*m_Outline[i], point); });
+        return isOdd;
+    }
     if (COutlineIndex const* const index = FindOutlineIndex(false))
     {
         index->SearchAbove(point,

@@ -10,6 +10,8 @@
 
 #include "polygon/area.h"
 #include "polygon/folding.h"
+#include "polygon/target_holes.h"
+#include "polygon/waiting_polygons.h"
 
 namespace geometry
 {
@@ -40,63 +42,81 @@ bool IsSmaller(CPolygon const* a, CPolygon const* b)
     return isSameRect ? AreaOf(*a) < AreaOf(*b) : areaA < areaB;
 }
 
-/// One call of `DoMergeCore`. Every live polygon of the group stands in exactly one of the group, `m_Pending`,
+/// One call of `DoMergeCore`. Every live polygon of the group stands in exactly one of `m_Waiting`, `m_Pending`,
 /// `m_Retest` and the result, whose last one, the target, is the one that grows.
 class CMerger
 {
 public:
     CMerger(PolygonVector & group, PolygonVector & result, Clipper & clipper, EMergeOrder order, EMergeStop stop)
-        : m_Group(group), m_Result(result), m_Clipper(clipper), m_Order(order), m_Stop(stop)
+        : m_Result(result), m_Clipper(clipper), m_Order(order), m_Stop(stop)
     {
         for (CPolygon const* polygon : group)
         {
             m_IslandLimit += 16 * (1 + polygon->GetHoles().size());
         }
+        m_Waiting.AddAll(group);
     }
 
     MergeOutcome Run();
 
 private:
+    static constexpr std::size_t NoHole = static_cast<std::size_t>(-1);
+
+    /// A hole of the target that doesn't stay as it was, and how many of the pieces are what is left of it.
+    struct TReachedHole
+    {
+        std::size_t index;
+        std::size_t pieceCount;
+    };
+
     /// A candidate on its way into the target.
     struct Candidate
     {
-        bool holesStay = false;         ///< no hole has to do with this merge: the target keeps its own in their place
-        bool hadHoles = false;          ///< the target, before
-        bool changed = false;           ///< the target covers new area, or lost some of its holes
-        OwningPolygonVector merged;     ///< outlines of the union, if they cross
-        OwningPolygonVector holes;      ///< what is left of the holes of both
-        std::vector<bool> isOutOfReach; ///< of each of them: a hole of the target that stays as it was
+        bool holesStay = false;            ///< no hole has to do with this merge: the target keeps its own
+        bool hadHoles = false;             ///< the target, before
+        bool changed = false;              ///< the target covers new area, or lost some of its holes
+        OwningPolygonVector merged;        ///< outlines of the union, if they cross
+        OwningPolygonVector holes;         ///< what is left of those of the candidate
+        std::vector<TReachedHole> reached; ///< of the target, ascending
+        OwningPolygonVector pieces;        ///< what is left of these, one after the other
+        std::size_t firstLost = NoHole;    ///< of the target: this one and those behind it can't be kept
         CPolygon::EPolygonWinding winding = CPolygon::eWindingUnknown; ///< of the target, before
         OwningPolygonVector islands; ///< solid parts that stand apart from the target afterwards
     };
 
+    std::size_t FindNext() const;
     void GrowTarget();
-    void TryCandidate(PolygonVector & scan, std::size_t index);
+    void TryCandidate(CWaitingPolygons & scan, std::size_t place);
     EClipResult RunUnion(CPolygon const & candidate, OwningPolygonVector & merged);
     void KeepHolesOfCandidate(CPolygon const & polygon, Candidate & candidate);
     bool KeepHolesOfTarget(CPolygon const & polygon, EClipResult r, Candidate & candidate);
     EClipResult SubtractFromHole(CPolygon const & hole, CPolygon const & solid, OwningPolygonVector & pieces,
                                  Candidate & candidate);
     bool LiesInSolid(CPolygon const & piece, CPolygon const & polygon);
-    void Absorb(PolygonVector & scan, std::size_t index, EClipResult r, Candidate & candidate);
+    void Absorb(std::unique_ptr<CPolygon> polygon, EClipResult r, Candidate & candidate);
     void TakeOverUnion(OwningPolygonVector & merged, OwningPolygonVector & apart);
-    void PutHolesBack(Candidate & candidate);
-    void ReleaseIslands(PolygonVector & scan, OwningPolygonVector & islands);
+    void KeepHolesWithin(PolygonVector & holes) const;
+    void EditHoles(Candidate & candidate);
+    void FreeIslands(Candidate & candidate);
+    void DealOutHoles(Candidate & candidate);
+    void UpdateHoles(Candidate & candidate);
+    void ReleaseIslands(CWaitingPolygons & scan, OwningPolygonVector & islands);
     void TurnHoles();
     void DropGaps();
-    void OfferAgain(PolygonVector & from, std::size_t start, CBoundingRect<double> const & box);
+    void OfferAgain(CWaitingPolygons & from, std::size_t start, CBoundingRect<double> const & box);
 
     bool IsStopped() const { return m_Stop == EMergeStop::eWhenAsked && this_thread::cancellation_requested(); }
     CPolygon & Target() const { return *m_Result.back(); }
 
-    PolygonVector & m_Group;
     PolygonVector & m_Result;
     Clipper & m_Clipper;
     EMergeOrder m_Order;
     EMergeStop m_Stop;
-    OwningPolygonVector m_Pending; ///< what the present pass goes through, from the second pass on
-    OwningPolygonVector m_Retest;  ///< passed over, but the target grew towards them since
-    double m_TargetArea = -1.0;    ///< of its outline; negative if not known
+    CWaitingPolygons m_Waiting;
+    CWaitingPolygons m_Pending; ///< what the present pass goes through, from the second pass on
+    CWaitingPolygons m_Retest;  ///< passed over, but the target grew towards them since
+    CTargetHoles m_Holes;       ///< of the target, which has none itself as long as it grows
+    double m_TargetArea = -1.0; ///< of its outline; negative if not known
     MergeOutcome m_Outcome;
     std::size_t m_IslandCount = 0;
     /// Far beyond what holes that don't overlap can set free: where it is passed, islands aren't merged any more, so
@@ -106,37 +126,61 @@ private:
 
 MergeOutcome CMerger::Run()
 {
-    while (!m_Group.empty() && !IsStopped())
+    while (!m_Waiting.IsEmpty() && !IsStopped())
     {
-        std::size_t const next =
-            m_Order == EMergeOrder::eLastFirst
-                ? m_Group.size() - 1
-                : static_cast<std::size_t>(std::max_element(m_Group.begin(), m_Group.end(), IsSmaller) -
-                                           m_Group.begin());
-        MovePolygon(m_Group, next, m_Result);
+        m_Waiting.Tidy();
+        PushPolygon(m_Result, m_Waiting.Take(FindNext()));
         m_Clipper.ForgetLargestShift();
         m_TargetArea = -1.0;
+        m_Holes.TakeFrom(Target());
         GrowTarget();
+        m_Holes.GiveBackTo(Target());
+        TurnHoles();
+        DropGaps();
     }
-    AppendPolygons(m_Result, m_Group);
+    m_Waiting.TakeAll(m_Result);
     return m_Outcome;
+}
+
+/// The place of the next target: of several largest ones the first.
+std::size_t CMerger::FindNext() const
+{
+    std::size_t const end = m_Waiting.GetEnd();
+    if (m_Order == EMergeOrder::eLastFirst)
+    {
+        std::size_t last = end;
+        while (m_Waiting.At(--last) == nullptr)
+        {
+        }
+        return last;
+    }
+    std::size_t largest = end;
+    for (std::size_t place = 0; place < end; ++place)
+    {
+        CPolygon const* const polygon = m_Waiting.At(place);
+        if (polygon != nullptr && (largest == end || IsSmaller(m_Waiting.At(largest), polygon)))
+        {
+            largest = place;
+        }
+    }
+    return largest;
 }
 
 /// Passes over what waits, until the target has met all that it reaches.
 void CMerger::GrowTarget()
 {
-    for (PolygonVector* scan = &m_Group; !scan->empty(); scan = &m_Pending)
+    for (CWaitingPolygons* scan = &m_Waiting; !scan->IsEmpty(); scan = &m_Pending)
     {
-        for (std::size_t i = scan->size(); i > 0 && !scan->empty() && !IsStopped();)
+        for (std::size_t place = scan->GetEnd(); place-- > 0 && !IsStopped();)
         {
-            i = std::min(i, scan->size()) - 1;
-            TryCandidate(*scan, i);
+            if (scan->At(place) != nullptr)
+            {
+                TryCandidate(*scan, place);
+            }
         }
-        AppendPolygons(m_Group, m_Pending);
-        AppendPolygons(m_Pending, m_Retest);
+        m_Waiting.AddAll(m_Pending);
+        m_Pending.AddAll(m_Retest);
     }
-    TurnHoles();
-    DropGaps();
 }
 
 /// Holes that no candidate came near may wind along an outline that was turned round.
@@ -149,9 +193,9 @@ void CMerger::TurnHoles()
     }
 }
 
-void CMerger::TryCandidate(PolygonVector & scan, std::size_t index)
+void CMerger::TryCandidate(CWaitingPolygons & scan, std::size_t place)
 {
-    CPolygon const & polygon = *scan[index];
+    CPolygon const & polygon = *scan.At(place);
     CBoundingRect<double> const box = polygon.GetBoundingRect();
     if (!Target().GetBoundingRect().Overlaps(box))
     {
@@ -166,22 +210,22 @@ void CMerger::TryCandidate(PolygonVector & scan, std::size_t index)
         return;
     }
     candidate.changed = r == Clipper::eClipResultReady;
-    candidate.hadHoles = !Target().GetHoles().empty();
+    candidate.hadHoles = !m_Holes.IsEmpty();
     KeepHolesOfCandidate(polygon, candidate);
     if (!KeepHolesOfTarget(polygon, r, candidate))
     {
-        MovePolygon(scan, index, scan); // an island in a hole: nothing changed
+        scan.Add(scan.Take(place)); // an island in a hole: nothing changed
         return;
     }
-    Absorb(scan, index, r, candidate);
-    PutHolesBack(candidate);
+    Absorb(scan.Take(place), r, candidate);
+    UpdateHoles(candidate);
     ReleaseIslands(scan, candidate.islands);
     if (candidate.changed)
     {
-        OfferAgain(scan, index, box); // from here on stands what was passed over
+        OfferAgain(scan, place, box); // from here on stands what was passed over
         if (&scan == &m_Pending)
         {
-            OfferAgain(m_Group, 0, box);
+            OfferAgain(m_Waiting, 0, box);
         }
     }
 }
@@ -242,37 +286,36 @@ EClipResult CMerger::SubtractFromHole(CPolygon const & hole, CPolygon const & so
 
 void CMerger::KeepHolesOfCandidate(CPolygon const & polygon, Candidate & candidate)
 {
+    if (polygon.GetHoles().empty())
+    {
+        return;
+    }
+    m_Holes.GiveBackTo(Target()); // they are what may be left of a hole of the candidate
     for (CPolygon const* hole : polygon.GetHoles())
     {
         OwningPolygonVector pieces;
         if (SubtractFromHole(*hole, Target(), pieces, candidate) == Clipper::eClipFailed)
         {
-            return;
+            break;
         }
         AppendPolygons(candidate.holes, pieces);
     }
+    m_Holes.TakeFrom(Target());
 }
 
 /// False if the candidate is an island in a hole of the target, so that nothing is to merge. The target keeps its holes
-/// until then. Holes that come out as they were stay the objects that they are; if all do, they stay in their place.
+/// until then. Holes that come out as they were stay the objects that they are.
 bool CMerger::KeepHolesOfTarget(CPolygon const & polygon, EClipResult r, Candidate & candidate)
 {
-    std::vector<CPolygon*> const & holes = Target().GetHoles();
-    std::vector<bool> isReached(holes.size(), false);
-    OwningPolygonVector kept; // null for a hole that stays as it was
-    for (std::size_t i = 0; i < holes.size(); ++i)
+    for (std::size_t const index : m_Holes.FindOverlapping(polygon.GetBoundingRect()))
     {
-        CPolygon* const hole = holes[i];
-        if (!hole->GetBoundingRect().Overlaps(polygon.GetBoundingRect()))
-        {
-            kept.push_back(nullptr);
-            continue;
-        }
+        CPolygon & hole = *m_Holes.GetAll()[index];
         OwningPolygonVector pieces;
-        CPolygonInternals::TurnHole(*hole, candidate.winding);
-        EClipResult const v = SubtractFromHole(*hole, polygon, pieces, candidate);
+        CPolygonInternals::TurnHole(hole, candidate.winding);
+        EClipResult const v = SubtractFromHole(hole, polygon, pieces, candidate);
         if (v == Clipper::eClipFailed)
         {
+            candidate.firstLost = index;
             break;
         }
         if (r == Clipper::eClipClipInsideSubject && v == r && polygon.GetHoles().empty())
@@ -281,44 +324,23 @@ bool CMerger::KeepHolesOfTarget(CPolygon const & polygon, EClipResult r, Candida
         }
         if ((v == Clipper::eClipSeparate || v == Clipper::eClipRetry) && pieces.size() == 1)
         {
-            kept.push_back(nullptr);
             continue;
         }
-        isReached[i] = true;
+        std::size_t const before = candidate.pieces.size();
         for (CPolygon*& piece : pieces)
         {
             if (!polygon.PolygonInPolygon(*piece) || !LiesInSolid(*piece, polygon))
             {
-                kept.push_back(piece);
+                candidate.pieces.push_back(piece);
                 piece = nullptr;
             }
         }
+        candidate.reached.push_back({index, candidate.pieces.size() - before});
     }
     bool const onlyGrows =
         r == Clipper::eClipClipInsideSubject || (r == Clipper::eClipResultReady && candidate.merged.size() == 1);
-    bool const isEachAsItWas =
-        kept.size() == holes.size() && std::find(isReached.begin(), isReached.end(), true) == isReached.end();
-    if (onlyGrows && isEachAsItWas && polygon.GetHoles().empty())
-    {
-        candidate.holesStay = true;
-        return true;
-    }
-    OwningPolygonVector old;
-    CPolygonInternals::TakeHoles(Target(), old);
-    candidate.holes.reserve(candidate.holes.size() + kept.size());
-    std::size_t next = 0;
-    for (CPolygon*& piece : kept)
-    {
-        while (piece == nullptr && isReached[next])
-        {
-            ++next;
-        }
-        candidate.isOutOfReach.resize(candidate.holes.size(), false);
-        candidate.isOutOfReach.push_back(piece == nullptr);
-        CPolygon*& source = piece == nullptr ? old[next++] : piece;
-        candidate.holes.push_back(source);
-        source = nullptr;
-    }
+    candidate.holesStay =
+        onlyGrows && candidate.reached.empty() && candidate.firstLost == NoHole && polygon.GetHoles().empty();
     return true;
 }
 
@@ -329,11 +351,10 @@ bool CMerger::LiesInSolid(CPolygon const & piece, CPolygon const & polygon)
     return m_Clipper.RunClip(piece, polygon) == Clipper::eClipClipInsideSubject;
 }
 
-/// Makes the candidate at `index` part of the target, which loses its holes; they are put back later.
-void CMerger::Absorb(PolygonVector & scan, std::size_t index, EClipResult r, Candidate & candidate)
+/// Makes a candidate part of the target, which loses its holes; they are put back later.
+void CMerger::Absorb(std::unique_ptr<CPolygon> polygon, EClipResult r, Candidate & candidate)
 {
-    CPolygonInternals::DeleteHoles(*scan[index]);
-    std::unique_ptr<CPolygon> polygon = TakePolygon(scan, index);
+    CPolygonInternals::DeleteHoles(*polygon);
     EClipResult & code = m_Outcome.code;
     if (r == Clipper::eClipResultReady)
     {
@@ -373,50 +394,119 @@ void CMerger::TakeOverUnion(OwningPolygonVector & merged, OwningPolygonVector & 
     AppendPolygons(apart, merged);
 }
 
-/// Gives the holes to the innermost polygons around them. Solid pieces within the holes stand free from now on.
-void CMerger::PutHolesBack(Candidate & candidate)
+/// Deletes those of `holes` that don't lie in the target, leaving null, and turns the others.
+void CMerger::KeepHolesWithin(PolygonVector & holes) const
 {
-    for (CPolygon* hole : candidate.holes)
+    for (CPolygon*& hole : holes)
     {
-        CPolygonInternals::TakeHoles(*hole, candidate.islands);
-    }
-    if (!candidate.islands.empty())
-    {
-        for (std::size_t i = 0; i < candidate.isOutOfReach.size(); ++i)
+        if (Target().PolygonInPolygon(*hole) || Encloses(Target(), *hole))
         {
-            if (candidate.isOutOfReach[i])
-            {
-                CPolygonInternals::TurnHole(*candidate.holes[i], candidate.winding);
-            }
+            CPolygonInternals::TurnHole(*hole, CPolygonInternals::GetWindingDirection(Target()));
         }
-        PolygonVector owners(candidate.islands);
-        owners.push_back(&Target());
-        AttachHolesToPolygons(owners, candidate.holes);
-        return;
-    }
-    for (std::size_t i = 0; i < candidate.holes.size(); ++i)
-    {
-        CPolygon*& hole = candidate.holes[i];
-        if (i < candidate.isOutOfReach.size() && candidate.isOutOfReach[i])
+        else
         {
-            CPolygonInternals::AddUnturnedHole(Target(), *hole);
-            hole = nullptr;
-        }
-        else if (Target().PolygonInPolygon(*hole) || Encloses(Target(), *hole))
-        {
-            CPolygonInternals::AddAsHole(Target(), *hole);
+            delete hole;
             hole = nullptr;
         }
     }
 }
 
+/// Puts the holes of the candidate before those of the target, and what is left of these, nulls left out, in their place.
+void CMerger::EditHoles(Candidate & candidate)
+{
+    if (candidate.firstLost != NoHole)
+    {
+        m_Holes.DeleteFrom(candidate.firstLost);
+    }
+    for (std::size_t i = candidate.reached.size(); i-- > 0;)
+    {
+        PolygonVector & all = candidate.pieces;
+        auto const first = all.end() - static_cast<std::ptrdiff_t>(candidate.reached[i].pieceCount);
+        OwningPolygonVector pieces;
+        std::copy_if(first, all.end(), std::back_inserter(pieces),
+                     [](CPolygon const* piece) { return piece != nullptr; });
+        all.erase(first, all.end());
+        m_Holes.Replace(candidate.reached[i].index, pieces);
+    }
+    auto & holes = candidate.holes;
+    holes.erase(std::remove(holes.begin(), holes.end(), nullptr), holes.end());
+    m_Holes.PutInFront(holes);
+}
+
+/// Solid pieces within the holes stand free from now on.
+void CMerger::FreeIslands(Candidate & candidate)
+{
+    auto const freeIn = [&](CPolygon* hole) { CPolygonInternals::TakeHoles(*hole, candidate.islands); };
+    std::for_each(candidate.holes.begin(), candidate.holes.end(), freeIn);
+    auto piece = candidate.pieces.begin();
+    std::size_t index = 0;
+    auto const freeUpTo = [&](std::size_t end)
+    {
+        for (; m_Holes.HasNested() && index < end; ++index)
+        {
+            freeIn(m_Holes.GetAll()[index]);
+        }
+        index = end + 1;
+    };
+    for (TReachedHole const & reached : candidate.reached)
+    {
+        freeUpTo(reached.index);
+        auto const end = piece + static_cast<std::ptrdiff_t>(reached.pieceCount);
+        std::for_each(piece, end, freeIn);
+        piece = end;
+    }
+    freeUpTo(std::min(candidate.firstLost, m_Holes.GetAll().size()));
+}
+
+/// Gives the holes to the innermost ones of the target and the islands around them.
+void CMerger::DealOutHoles(Candidate & candidate)
+{
+    PolygonVector changed(candidate.holes);
+    changed.insert(changed.end(), candidate.pieces.begin(), candidate.pieces.end());
+    EditHoles(candidate);
+    for (CPolygon* hole : m_Holes.GetAll())
+    {
+        if (std::find(changed.begin(), changed.end(), hole) == changed.end())
+        {
+            CPolygonInternals::TurnHole(*hole, candidate.winding);
+        }
+    }
+    PolygonVector owners(candidate.islands);
+    owners.push_back(&Target());
+    OwningPolygonVector holes;
+    m_Holes.TakeAll(holes);
+    AttachHolesToPolygons(owners, holes);
+    m_Holes.TakeFrom(Target());
+}
+
+/// Takes the step that the candidate has made into the holes of the target.
+void CMerger::UpdateHoles(Candidate & candidate)
+{
+    if (candidate.holesStay)
+    {
+        return;
+    }
+    FreeIslands(candidate);
+    if (!candidate.islands.empty())
+    {
+        DealOutHoles(candidate);
+        return;
+    }
+    KeepHolesWithin(candidate.holes);
+    KeepHolesWithin(candidate.pieces);
+    EditHoles(candidate);
+    OwningPolygonVector rings; // that the union encloses
+    CPolygonInternals::TakeHoles(Target(), rings);
+    m_Holes.PutInFront(rings);
+}
+
 /// Islands take part like any other polygon.
-void CMerger::ReleaseIslands(PolygonVector & scan, OwningPolygonVector & islands)
+void CMerger::ReleaseIslands(CWaitingPolygons & scan, OwningPolygonVector & islands)
 {
     m_IslandCount += islands.size();
     if (m_IslandCount <= m_IslandLimit)
     {
-        AppendPolygons(scan, islands);
+        scan.AddAll(islands);
     }
     else
     {
@@ -441,19 +531,12 @@ void CMerger::DropGaps()
 }
 
 /// What was passed over may reach the target where it grew, within `box`.
-void CMerger::OfferAgain(PolygonVector & from, std::size_t start, CBoundingRect<double> const & box)
+void CMerger::OfferAgain(CWaitingPolygons & from, std::size_t start, CBoundingRect<double> const & box)
 {
-    constexpr std::size_t ahead = 16;
-    for (std::size_t j = from.size(); j-- > start;)
+    std::vector<std::size_t> const places = from.FindOverlapping(box, start);
+    for (std::size_t i = places.size(); i-- > 0;)
     {
-        if (j >= start + ahead)
-        {
-            __builtin_prefetch(&from[j - ahead]->GetBoundingRect()); // they lie anywhere, and most of them apart
-        }
-        if (box.Overlaps(from[j]->GetBoundingRect()))
-        {
-            MovePolygon(from, j, m_Retest);
-        }
+        m_Retest.Add(from.Take(places[i]));
     }
 }
 

@@ -49,7 +49,7 @@ public:
                 ForEachRectAround(i, areFew ? &nearby : nullptr,
                                   [&](std::size_t k)
                                   {
-                                      if (k != i && AreaOfRing(k) > AreaOfRing(i) && Encloses(*m_Rings[k], *m_Rings[i]))
+                                      if (k != i && IsLarger(k, i) && Encloses(*m_Rings[k], *m_Rings[i]))
                                       {
                                           enclosed.push_back({i, k});
                                       }
@@ -93,6 +93,12 @@ private:
                 visit(k);
             }
         }
+    }
+
+    /// The area of `k`, which may have a long outline, is asked only if that is needed.
+    bool IsLarger(std::size_t k, std::size_t i)
+    {
+        return IsAreaClearlyLarger(*m_Rings[k], AreaOfRing(i)) || AreaOfRing(k) > AreaOfRing(i);
     }
 
     double AreaOfRing(std::size_t i) { return m_Areas[i] < 0.0 ? m_Areas[i] = AreaOf(*m_Rings[i]) : m_Areas[i]; }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
-#include <numeric>
 
 #include <geometry/arc/path_object_arc.h>
 #include <geometry/path/path_object_polyline.h>
@@ -16,10 +15,21 @@
 namespace geometry
 {
 
+bool IsInReach(CBoundingRect<double> const & rect)
+{
+    constexpr double largest = 1e15;
+    return rect.minX > -largest && rect.minY > -largest && rect.maxX < largest && rect.maxY < largest;
+}
+
+double RoomFor(CBoundingRect<double> const & a, CBoundingRect<double> const & b)
+{
+    double const size = (a.maxX - a.minX) + (a.maxY - a.minY) + (b.maxX - b.minX) + (b.maxY - b.minY);
+    double const largest = std::max({std::fabs(a.minX), std::fabs(a.minY), std::fabs(a.maxX), std::fabs(a.maxY)});
+    return 0.25 + 2.5e-7 * size + 1e-11 * largest;
+}
+
 namespace
 {
-
-constexpr double LargestCoordinate = 1e15;
 
 bool HasSamePoints(CPathObjectBase const & a, CPathObjectBase const & b)
 {
@@ -50,11 +60,8 @@ TObjectFacts Describe(CPathObjectBase const & object, TPoint<double> const & ori
 {
     TObjectFacts facts;
     facts.rect = object.GetBoundingRect();
-    facts.isKnown = true;
     facts.isArc = !object.CanAppendVertex();
-    bool const isInReach = facts.rect.minX > -LargestCoordinate && facts.rect.minY > -LargestCoordinate &&
-                           facts.rect.maxX < LargestCoordinate && facts.rect.maxY < LargestCoordinate;
-    if (isInReach && object.IsValid() && object.GetUserInfo() == nullptr &&
+    if (IsInReach(facts.rect) && object.IsValid() && object.GetUserInfo() == nullptr &&
         !(object.GetStartPoint() == object.GetEndPoint()))
     {
         facts.area = SignedAreaTo(object, origin);
@@ -94,36 +101,221 @@ bool AreApart(CPathObjectBase const & object, CPathObjectBase const & next)
 
 } // namespace
 
+void TFactsSum::Add(TObjectFacts const & facts, bool isReversed)
+{
+    rect.Include(facts.rect);
+    area += isReversed ? -facts.area : facts.area;
+    length += facts.length;
+    hasArc = hasArc || facts.isArc;
+    isSteady = isSteady && facts.isSteady;
+    isFirm = isFirm && facts.isFirm;
+    isApart = isApart && facts.isApart;
+}
+
+void TFactsSum::Add(TFactsSum const & sum)
+{
+    rect.Include(sum.rect);
+    area += sum.area;
+    length += sum.length;
+    hasArc = hasArc || sum.hasArc;
+    isSteady = isSteady && sum.isSteady;
+    isFirm = isFirm && sum.isFirm;
+    isApart = isApart && sum.isApart;
+}
+
+// --- blocks ---
+
+/// The facts of the object at `k`, also for one that is `turned`.
+TObjectFacts COutlineFacts::TBlock::Get(std::size_t k, bool turned) const
+{
+    TObjectFacts facts = At(k);
+    facts.area = isReversed != turned ? -facts.area : facts.area;
+    return facts;
+}
+
+/// Puts the objects in path order.
+void COutlineFacts::TBlock::Straighten()
+{
+    if (isReversed)
+    {
+        std::reverse(objects.begin(), objects.begin() + static_cast<std::ptrdiff_t>(count));
+        for (std::size_t k = 0; k < count; ++k)
+        {
+            objects[k].area = -objects[k].area;
+        }
+        isReversed = false;
+    }
+}
+
+void COutlineFacts::TBlock::SumUp()
+{
+    if (!isSummed)
+    {
+        sum = TFactsSum();
+        for (std::size_t k = 0; k < count; ++k)
+        {
+            sum.Add(At(k), isReversed);
+        }
+        isSummed = true;
+    }
+}
+
+std::size_t COutlineFacts::FindBlock(std::size_t object) const
+{
+    auto const behind = std::upper_bound(m_Starts.begin(), m_Starts.end(), object);
+    return static_cast<std::size_t>(behind - m_Starts.begin()) - (behind == m_Starts.begin() ? 0 : 1);
+}
+
+TFactsSum COutlineFacts::Sum(std::size_t first, std::size_t last) const
+{
+    TFactsSum sum;
+    for (std::size_t b = FindBlock(first); b < m_Blocks.size() && m_Starts[b] < last; ++b)
+    {
+        TBlock const & block = *m_Blocks[b];
+        if (m_Starts[b] >= first && m_Starts[b] + block.count <= last)
+        {
+            sum.Add(block.sum);
+            continue;
+        }
+        std::size_t const end = std::min(last - m_Starts[b], block.count);
+        for (std::size_t k = std::max(first, m_Starts[b]) - m_Starts[b]; k < end; ++k)
+        {
+            sum.Add(block.At(k), block.isReversed);
+        }
+    }
+    return sum;
+}
+
+double COutlineFacts::GetAreaRounding(CBoundingRect<double> const & bounds) const
+{
+    double const reachX = std::max(std::fabs(bounds.minX - m_Origin.x), std::fabs(bounds.maxX - m_Origin.x));
+    double const reachY = std::max(std::fabs(bounds.minY - m_Origin.y), std::fabs(bounds.maxY - m_Origin.y));
+    double const reach = reachX + reachY;
+    double const gap = 1e-13 * (reach + std::fabs(m_Origin.x) + std::fabs(m_Origin.y)); // between two objects, at most
+    return static_cast<double>(m_Count) * reach * (1e-14 * reach + gap);
+}
+
+// --- growing ---
+
+void COutlineFacts::Append(CPathObjectBase const & object)
+{
+    Append(Describe(object, m_Origin));
+    m_OpenJoints.push_back(m_Count - 1);
+}
+
+void COutlineFacts::Append(TObjectFacts const & facts)
+{
+    if (m_Blocks.empty() || m_Blocks.back()->count == Capacity)
+    {
+        m_Blocks.push_back(std::make_unique<TBlock>());
+    }
+    TBlock & block = *m_Blocks.back();
+    block.Straighten();
+    block.objects[block.count++] = facts;
+    block.isSummed = false;
+    ++m_Count;
+}
+
+/// The objects from `begin` to before `end` of a block. A whole one is taken as it is, unless it fits into the last.
+void COutlineFacts::AppendBlock(std::unique_ptr<TBlock> & block, std::size_t begin, std::size_t end, bool isReversed)
+{
+    bool const isWhole = begin == 0 && end == block->count;
+    if (isWhole && (m_Blocks.empty() || m_Blocks.back()->count + block->count > Capacity))
+    {
+        m_Count += block->count;
+        m_Blocks.push_back(std::move(block));
+        if (isReversed)
+        {
+            TBlock & turned = *m_Blocks.back();
+            turned.isReversed = !turned.isReversed;
+            turned.sum.area = -turned.sum.area;
+        }
+        return;
+    }
+    for (std::size_t k = begin; k < end; ++k)
+    {
+        Append(block->Get(isReversed ? end - 1 - (k - begin) : k, isReversed));
+    }
+}
+
+void COutlineFacts::AppendRun(COutlineFacts & source, std::size_t first, std::size_t last, bool isReversed)
+{
+    std::size_t const firstBlock = source.FindBlock(first);
+    std::size_t const lastBlock = source.FindBlock(last - 1);
+    for (std::size_t i = 0; i <= lastBlock - firstBlock; ++i)
+    {
+        std::size_t const b = isReversed ? lastBlock - i : firstBlock + i;
+        std::size_t const start = source.m_Starts[b];
+        AppendBlock(source.m_Blocks[b], std::max(first, start) - start,
+                    std::min(last - start, source.m_Blocks[b]->count), isReversed);
+    }
+    m_OpenJoints.push_back(m_Count - 1);
+}
+
+void COutlineFacts::Complete(Outline const & outline)
+{
+    m_Starts.clear();
+    std::size_t count = 0;
+    for (auto const & block : m_Blocks)
+    {
+        m_Starts.push_back(count);
+        count += block->count;
+    }
+    auto const at = [&](std::size_t i) -> TObjectFacts const &
+    {
+        std::size_t const b = FindBlock(i);
+        return std::as_const(*m_Blocks[b]).At(i - m_Starts[b]);
+    };
+    for (std::size_t const i : m_OpenJoints)
+    {
+        std::size_t const next = i + 1 < m_Count ? i + 1 : 0;
+        bool const isApart = at(i).isSteady && at(next).isSteady && AreApart(*outline[i], *outline[next]);
+        TBlock & block = *m_Blocks[FindBlock(i)];
+        TObjectFacts & facts = block.At(i - m_Starts[FindBlock(i)]);
+        block.isSummed = block.isSummed && facts.isApart == isApart;
+        facts.isApart = isApart;
+    }
+    m_OpenJoints.clear();
+    for (auto const & block : m_Blocks)
+    {
+        block->SumUp();
+    }
+}
+
+void COutlineFacts::MoveByNothing(Outline const & outline, std::size_t first, std::size_t last)
+{
+    for (std::size_t b = FindBlock(first); b < m_Blocks.size() && m_Starts[b] < last; ++b)
+    {
+        TBlock & block = *m_Blocks[b];
+        for (std::size_t k = 0; !block.sum.isFirm && k < block.count; ++k)
+        {
+            std::size_t const i = m_Starts[b] + k;
+            if (i >= first && i < last && !block.At(k).isFirm)
+            {
+                outline[i]->Translate(0.0, 0.0);
+                block.At(k).rect = outline[i]->GetBoundingRect();
+                block.At(k).isFirm = true;
+                block.isSummed = false;
+            }
+        }
+        block.SumUp();
+    }
+}
+
 COutlineFacts const & CPolygonInternals::CompleteFacts(CPolygon & polygon)
 {
     auto const & outline = polygon.m_Outline;
-    if (polygon.m_Facts == nullptr || polygon.m_Facts->objects.size() != outline.size())
+    if (polygon.m_Facts == nullptr || polygon.m_Facts->GetCount() != outline.size())
     {
-        polygon.m_Facts = std::make_shared<COutlineFacts>();
-        polygon.m_Facts->origin = outline.front()->GetStartPoint();
-        polygon.m_Facts->objects.resize(outline.size());
-        polygon.m_Facts->incomplete.resize(outline.size());
-        std::iota(polygon.m_Facts->incomplete.begin(), polygon.m_Facts->incomplete.end(), std::size_t{0});
-    }
-    polygon.m_Facts->Complete(outline);
-    return *polygon.m_Facts;
-}
-
-void COutlineFacts::Complete(std::vector<CPathObjectBase*> const & outline)
-{
-    for (std::size_t const i : incomplete)
-    {
-        if (!objects[i].isKnown)
+        auto facts = std::make_shared<COutlineFacts>(outline.front()->GetStartPoint());
+        for (CPathObjectBase const* object : outline)
         {
-            objects[i] = Describe(*outline[i], origin);
+            facts->Append(*object);
         }
+        facts->Complete(outline);
+        polygon.m_Facts = std::move(facts);
     }
-    for (std::size_t const i : incomplete)
-    {
-        std::size_t const next = i + 1 < outline.size() ? i + 1 : 0;
-        objects[i].isApart = objects[i].isSteady && objects[next].isSteady && AreApart(*outline[i], *outline[next]);
-    }
-    incomplete.clear();
+    return *polygon.m_Facts;
 }
 
 } // namespace geometry

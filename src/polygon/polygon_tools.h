@@ -156,10 +156,11 @@ struct CPolygonInternals
         polygon.m_WindingDirection = winding;
         polygon.m_Facts = std::move(facts);
     }
-    /// What is known of the outline, complete.
+    /// What is known of the outline, found out if need be. There must be objects.
     static COutlineFacts const & CompleteFacts(CPolygon & polygon);
     static bool HasFacts(CPolygon const & polygon) { return polygon.m_Facts != nullptr; }
-    /// The same, where it was completed before.
+    /// The same, where it was found out before.
+    static COutlineFacts & FactsOf(CPolygon & polygon) { return *polygon.m_Facts; }
     static COutlineFacts const & FactsOf(CPolygon const & polygon) { return *polygon.m_Facts; }
     static CPolygon::PolygonHash & HolesOf(CPolygon & polygon) { return polygon.m_Holes; }
     static bool IsProbeCountOdd(CPolygon const & polygon, TPoint<double> const & point)

@@ -17,7 +17,7 @@
 namespace geometry
 {
 
-class CCellIndex;
+class CScatterIndex;
 class GEOMETRY_EXPORT CPathObjectBase;
 class GEOMETRY_EXPORT CPolygon;
 
@@ -130,7 +130,7 @@ private:
     struct TCell
     {
         std::vector<TEntry> entries;
-        std::shared_ptr<CCellIndex const> index; // of many entries; void with every change; may be null
+        std::shared_ptr<CScatterIndex const> index; // of many entries; void with every change; may be null
     };
     using CellMap = std::unordered_map<std::uint32_t, TCell>;
 

@@ -16,7 +16,7 @@ namespace geometry
 template <typename T>
 class CPolygonClipBase;
 class COutlineIndex;
-struct COutlineFacts;
+class COutlineFacts;
 
 /// A region of the plane: the inside of one closed outline less the inside of its holes, each a polygon of its own.
 ///
