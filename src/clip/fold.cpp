@@ -16,7 +16,7 @@ namespace geometry
 namespace
 {
 
-constexpr std::size_t MinFoldedCount = 32; // path objects; below, reading them one by one is as fast
+constexpr std::size_t MinFoldedCount = 12; // path objects; below, reading them one by one is as fast
 constexpr std::size_t Neighbours = 2;      // how far from a place the clipper looks along the ring
 
 bool BearsUserInfo(CPathObjectBase const* object)
@@ -154,19 +154,31 @@ void CFold::FindRuns()
     std::size_t last = 0;
     for (auto const & range : kept.Arrange())
     {
-        for (std::size_t i = range.first; i < range.second; ++i)
+        if (!KeepRange(range.first, range.second))
         {
-            m_RestLength += outline[i]->CalculateLength();
-            if (BearsUserInfo(outline[i]))
-            {
-                m_Runs.clear();
-                return;
-            }
+            m_Runs.clear();
+            return;
         }
         AddRun(last, range.first);
         last = range.second;
     }
     AddRun(last, n);
+}
+
+/// False if an object bears a user info.
+bool CFold::KeepRange(std::size_t first, std::size_t last)
+{
+    auto const & outline = m_Polygon.GetOutline();
+    bool isPlain = true;
+    CPolygonInternals::FactsOf(m_Polygon).Walk(
+        first, last, [](TFactsSum const &) { return true; },
+        [&](std::size_t i, TObjectFacts const & facts)
+        {
+            isPlain = facts.length > 0.0 || !BearsUserInfo(outline[i]);
+            m_RestLength += facts.length > 0.0 ? facts.length : outline[i]->CalculateLength();
+            return isPlain;
+        });
+    return isPlain;
 }
 
 /// Moved by nothing, an object gets its radius, rectangle and direction anew: the direction must come out the same.

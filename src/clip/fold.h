@@ -70,6 +70,7 @@ private:
     void SetWindow(CBoundingRect<double> other, TPoint<double> const & shift);
     bool StaysItself(std::size_t index) const;
     void FindRuns();
+    bool KeepRange(std::size_t first, std::size_t last);
     void AddRun(std::size_t first, std::size_t last);
     void AddAbove(std::size_t index);
 

@@ -223,6 +223,46 @@ std::unique_ptr<CPolygon> TakePlainRing(CLinkedPathObject* ring)
     return objects.empty() ? nullptr : MakePolygonFrom(std::move(objects));
 }
 
+/// The runs whose objects polygons of the result have taken over. When it goes, the outline that they come from goes, too.
+class CTakenRuns
+{
+public:
+    explicit CTakenRuns(CPolygon & source) : m_Source(source) {}
+    CTakenRuns(CTakenRuns const &) = delete;
+    CTakenRuns & operator=(CTakenRuns const &) = delete;
+
+    ~CTakenRuns()
+    {
+        std::sort(m_Runs.begin(), m_Runs.end()); // as they stand in the fold
+        auto & outline = CPolygonInternals::OutlineOf(m_Source);
+        std::size_t kept = 0;
+        for (TFoldedRun const* run : m_Runs)
+        {
+            DeleteObjects(outline, kept, run->first);
+            kept = run->last;
+        }
+        DeleteObjects(outline, kept, outline.size());
+        outline.clear();
+        CPolygonInternals::ClearOutline(m_Source);
+    }
+
+    /// So that runs can be added without an exception.
+    void Reserve(std::size_t count) { m_Runs.reserve(m_Runs.size() + count); }
+    void Add(TFoldedRun const & run) { m_Runs.push_back(&run); }
+
+private:
+    static void DeleteObjects(CPolygon::PathObjects & outline, std::size_t first, std::size_t last)
+    {
+        for (std::size_t i = first; i < last; ++i)
+        {
+            delete outline[i];
+        }
+    }
+
+    CPolygon & m_Source;
+    std::vector<TFoldedRun const*> m_Runs;
+};
+
 /// One result ring on its way into a polygon, which gets the objects of its runs from the outline that was folded.
 class CRingUnfolder
 {
@@ -233,7 +273,7 @@ public:
     {
     }
 
-    std::unique_ptr<CPolygon> TakeRing(CLinkedPathObject* ring);
+    std::unique_ptr<CPolygon> TakeRing(CLinkedPathObject* ring, CTakenRuns & taken);
 
 private:
     void AddObject(CPathObjectBase* object);
@@ -253,10 +293,10 @@ private:
 void CRingUnfolder::AddObject(CPathObjectBase* object)
 {
     m_Objects.push_back(object);
-    m_Facts->Append(*object);
-    m_Rect.Include(object->GetBoundingRect());
-    m_Area += SignedAreaTo(*object, m_Facts->GetOrigin());
-    m_HasArc = m_HasArc || !object->CanAppendVertex();
+    TObjectFacts const facts = m_Facts->Append(*object);
+    m_Rect.Include(facts.rect);
+    m_Area += facts.length > 0.0 ? facts.area : SignedAreaTo(*object, m_Facts->GetOrigin());
+    m_HasArc = m_HasArc || facts.isArc;
 }
 
 /// The objects of the run, turned round if need be. What is known of them goes on to hold.
@@ -297,19 +337,20 @@ CPolygon::EPolygonWinding CRingUnfolder::FindWinding() const
     return m_Area < 0.0 ? CPolygon::eWindingNegative : CPolygon::eWindingPositive;
 }
 
-std::unique_ptr<CPolygon> CRingUnfolder::TakeRing(CLinkedPathObject* ring)
+std::unique_ptr<CPolygon> CRingUnfolder::TakeRing(CLinkedPathObject* ring, CTakenRuns & taken)
 {
     std::size_t count = 0;
-    bool hasRun = false;
+    std::size_t runs = 0;
     for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
     {
         count += element->m_Run != nullptr ? element->m_Run->last - element->m_Run->first : 1;
-        hasRun = hasRun || element->m_Run != nullptr;
+        runs += element->m_Run != nullptr ? 1 : 0;
     }
-    if (!hasRun)
+    if (runs == 0)
     {
         return TakePlainRing(ring);
     }
+    taken.Reserve(runs);
     m_Objects.reserve(count + 1);
     auto polygon = std::make_unique<CPolygon>();
     for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
@@ -330,9 +371,7 @@ std::unique_ptr<CPolygon> CRingUnfolder::TakeRing(CLinkedPathObject* ring)
     {
         if (element->m_Run != nullptr)
         {
-            auto const begin = CPolygonInternals::OutlineOf(m_Source).begin();
-            std::fill(begin + static_cast<std::ptrdiff_t>(element->m_Run->first),
-                      begin + static_cast<std::ptrdiff_t>(element->m_Run->last), nullptr);
+            taken.Add(*element->m_Run);
         }
         else if (element->m_PathObject->IsValid())
         {
@@ -362,18 +401,24 @@ void CPolygonClipGreinerHormannBased<T>::TakeResultPolygons(std::vector<CPolygon
     }
     polygons.clear();
     OwningPolygonVector made;
-    for (CLinkedPathObject* ring = m_Results; ring != nullptr; ring = ring->m_NextRing)
+    auto const take = [&](auto const & takeRing)
     {
-        auto polygon = m_Source != nullptr && m_Fold != nullptr ? CRingUnfolder(*m_Fold, *m_Source).TakeRing(ring)
-                                                                : TakePlainRing(ring);
-        if (polygon != nullptr)
+        for (CLinkedPathObject* ring = m_Results; ring != nullptr; ring = ring->m_NextRing)
         {
-            PushPolygon(made, std::move(polygon));
+            if (std::unique_ptr<CPolygon> polygon = takeRing(ring))
+            {
+                PushPolygon(made, std::move(polygon));
+            }
         }
-    }
+    };
     if (m_Source != nullptr && m_Fold != nullptr)
     {
-        CPolygonInternals::ClearOutline(*m_Source);
+        CTakenRuns taken(*m_Source);
+        take([&](CLinkedPathObject* ring) { return CRingUnfolder(*m_Fold, *m_Source).TakeRing(ring, taken); });
+    }
+    else
+    {
+        take(TakePlainRing);
     }
     m_Fold.reset();
     m_Source = nullptr;

@@ -1,4 +1,5 @@
-// Rectangles that overlap one of them: many are passed over by plain comparisons, without a branch each.
+// Rectangles that overlap one of them: many are passed over by plain comparisons, with a branch that is nearly always
+// taken.
 #pragma once
 
 #include <algorithm>
@@ -28,8 +29,8 @@ inline CBoundingRect<double> WithToleranceRoom(CBoundingRect<double> rect)
 
 inline bool OverlapPlainly(CBoundingRect<double> const & a, CBoundingRect<double> const & b)
 {
-    return (static_cast<int>(a.maxX >= b.minX) & static_cast<int>(a.minX <= b.maxX) &
-            static_cast<int>(a.maxY >= b.minY) & static_cast<int>(a.minY <= b.maxY)) != 0;
+    bool const isApartInX = (static_cast<int>(a.maxX < b.minX) | static_cast<int>(a.minX > b.maxX)) != 0;
+    return !isApartInX && a.maxY >= b.minY && a.minY <= b.maxY;
 }
 
 } // namespace geometry

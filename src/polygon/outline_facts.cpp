@@ -197,10 +197,12 @@ double COutlineFacts::GetAreaRounding(CBoundingRect<double> const & bounds) cons
 
 // --- growing ---
 
-void COutlineFacts::Append(CPathObjectBase const & object)
+TObjectFacts COutlineFacts::Append(CPathObjectBase const & object)
 {
-    Append(Describe(object, m_Origin));
+    TObjectFacts const facts = Describe(object, m_Origin);
+    Append(facts);
     m_OpenJoints.push_back(m_Count - 1);
+    return facts;
 }
 
 void COutlineFacts::Append(TObjectFacts const & facts)
@@ -261,17 +263,20 @@ void COutlineFacts::Complete(Outline const & outline)
         m_Starts.push_back(count);
         count += block->count;
     }
-    auto const at = [&](std::size_t i) -> TObjectFacts const &
-    {
-        std::size_t const b = FindBlock(i);
-        return std::as_const(*m_Blocks[b]).At(i - m_Starts[b]);
-    };
+    std::size_t b = 0;
     for (std::size_t const i : m_OpenJoints)
     {
+        while (b + 1 < m_Blocks.size() && m_Starts[b + 1] <= i)
+        {
+            ++b;
+        }
+        TBlock & block = *m_Blocks[b];
+        TBlock const & nextBlock = i + 1 < m_Starts[b] + block.count ? block : *m_Blocks[(b + 1) % m_Blocks.size()];
         std::size_t const next = i + 1 < m_Count ? i + 1 : 0;
-        bool const isApart = at(i).isSteady && at(next).isSteady && AreApart(*outline[i], *outline[next]);
-        TBlock & block = *m_Blocks[FindBlock(i)];
-        TObjectFacts & facts = block.At(i - m_Starts[FindBlock(i)]);
+        std::size_t const nextInBlock = &nextBlock == &block && next != 0 ? next - m_Starts[b] : 0;
+        TObjectFacts & facts = block.At(i - m_Starts[b]);
+        bool const isApart =
+            facts.isSteady && nextBlock.At(nextInBlock).isSteady && AreApart(*outline[i], *outline[next]);
         block.isSummed = block.isSummed && facts.isApart == isApart;
         facts.isApart = isApart;
     }

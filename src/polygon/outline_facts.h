@@ -16,7 +16,7 @@ struct TObjectFacts
 {
     CBoundingRect<double> rect;
     double area = 0.0;   ///< between the object and the origin of the facts, signed, in square coordinate units
-    double length = 0.0; ///< in coordinate units
+    double length = 0.0; ///< in coordinate units; 0: neither is known, of one with a user info, for example
     bool isArc = false;
     bool isSteady = false; ///< a clip that doesn't come near takes it over unchanged, whichever way round
     bool isFirm = false;   ///< moved by nothing, as later attempts of a clip do, it stays the same bit for bit
@@ -122,7 +122,7 @@ public:
     }
 
     /// Puts the facts of an object behind the others.
-    void Append(CPathObjectBase const & object);
+    TObjectFacts Append(CPathObjectBase const & object);
     /// The same for a run of objects of `source`, which loses their facts. Each is apart from the next one. They may be
     /// turned round.
     void AppendRun(COutlineFacts & source, std::size_t first, std::size_t last, bool isReversed);

@@ -35,9 +35,11 @@ std::vector<std::size_t> CTargetHoles::FindOverlapping(CBoundingRect<double> con
 {
     std::vector<std::size_t> found;
     CBoundingRect<double> const roomy = WithToleranceRoom(box);
-    for (std::size_t i = 0; i < m_Rects.size(); ++i)
+    std::size_t const count = m_Rects.size();
+    CBoundingRect<double> const* const rects = m_Rects.data();
+    for (std::size_t i = 0; i < count; ++i)
     {
-        if (OverlapPlainly(roomy, m_Rects[i]) && m_Rects[i].Overlaps(box))
+        if (OverlapPlainly(roomy, rects[i]) && rects[i].Overlaps(box))
         {
             found.push_back(i);
         }

@@ -61,13 +61,15 @@ void CWaitingPolygons::CloseGaps()
 {
     m_Places.erase(std::remove(m_Places.begin(), m_Places.end(), nullptr), m_Places.end());
     m_Index.reset();
+    m_IndexedPlaces.clear();
     m_IndexedEnd = 0;
 }
 
 void CWaitingPolygons::BringIndexUpToDate()
 {
     std::size_t const behind = m_Places.size() - m_IndexedEnd;
-    if (behind == 0 || !IsIndexUsed(behind > MinUnindexed + m_IndexedEnd / 4))
+    bool const isThin = m_IndexedPlaces.size() > 2 * (m_Count + MinUnindexed);
+    if ((behind == 0 && !isThin) || !IsIndexUsed(behind > MinUnindexed + m_IndexedPlaces.size() / 4 || isThin))
     {
         return;
     }
