@@ -86,11 +86,11 @@ bool NoteCuts(CPathObjectHolder* subject, CPathObjectHolder* clip)
                       auto const visit = [&](std::size_t i)
                       {
                           CPathObjectHolder* const b = others[i];
-                          touched = object.DetermineSplitPositions(*b->GetPathObject(), a->m_SplitPositions,
-                                                                   b->m_SplitPositions) ==
+                          touched = object.DetermineSplitPositions(*b->GetPathObject(), a->GetSplitPositions(),
+                                                                   b->GetSplitPositions()) ==
                                         CPathObjectBase::eSplitPositionsFound ||
                                     touched;
-                          hasClipPolylineCuts = hasClipPolylineCuts || (IsPolyline(b) && !b->m_SplitPositions.empty());
+                          hasClipPolylineCuts = hasClipPolylineCuts || (IsPolyline(b) && b->HasSplitPositions());
                           return true;
                       };
                       if (index != nullptr)
@@ -110,27 +110,45 @@ bool NoteCuts(CPathObjectHolder* subject, CPathObjectHolder* clip)
 namespace
 {
 
+/// The pieces of one object; owns those that no holder has taken over.
+struct TPieces
+{
+    TPieces() = default;
+    TPieces(TPieces const &) = delete;
+    TPieces & operator=(TPieces const &) = delete;
+    ~TPieces() { Clear(); }
+
+    void Clear()
+    {
+        for (CPathObjectBase::SplitPiece const & piece : list)
+        {
+            delete piece.first;
+        }
+        list.clear();
+    }
+
+    std::vector<CPathObjectBase::SplitPiece> list;
+};
+
 /// Cuts the object of `holder` along the noted cuts, which have done their service then, and moves the pieces into
 /// holders: the first into `holder` itself, each further one into a new holder behind the one before it. `onPiece` is
-/// called with the holder of each piece. True if a piece begins at a crossing. `space`: memory to be used again.
+/// called with the holder of each piece. True if a piece begins at a crossing. `pieces`: memory to be used again.
 template <typename OnPiece>
-bool CutObject(CPathObjectHolder* holder, std::vector<CPathObjectBase::SplitPiece> & space, OnPiece onPiece)
+bool CutObject(CPathObjectHolder* holder, TPieces & pieces, OnPiece onPiece)
 {
-    if (holder->m_SplitPositions.empty())
+    pieces.Clear();
+    if (holder->HasSplitPositions())
     {
-        return false;
+        holder->GetPathObject()->DoSplits(holder->GetSplitPositions(), pieces.list);
     }
-    space.clear();
-    holder->m_Pieces.swap(space);
-    holder->GetPathObject()->DoSplits(holder->m_SplitPositions, holder->m_Pieces);
-    holder->m_SplitPositions.clear();
+    holder->ClearSplitPositions();
     bool hasIntersection = false;
     CPathObjectHolder* last = holder;
-    for (CPathObjectBase::SplitPiece & piece : holder->m_Pieces)
+    for (CPathObjectBase::SplitPiece & piece : pieces.list)
     {
         bool const isIntersection = (piece.second & beginsAtIntersection) != 0;
         bool const isNewVertex = (piece.second & beginsAtOldVertex) == 0;
-        if (&piece != &holder->m_Pieces.front())
+        if (&piece != &pieces.list.front())
         {
             last = InsertHolder(nullptr, last->m_Next, last, isIntersection);
             last->m_NewVertex = isNewVertex;
@@ -146,7 +164,6 @@ bool CutObject(CPathObjectHolder* holder, std::vector<CPathObjectBase::SplitPiec
         hasIntersection = hasIntersection || isIntersection;
         onPiece(last);
     }
-    holder->m_Pieces.swap(space);
     return hasIntersection;
 }
 
@@ -188,15 +205,15 @@ EIntersectionOutcome FindAndSplitIntersections(CPathObjectHolder* subject, CPath
     // all lists must be complete before the first cut: their entries refer to the points of uncut objects
     bool const allTouched = NoteCuts(subject, clip);
     bool hasIntersection = false;
-    std::vector<CPathObjectBase::SplitPiece> space;
+    TPieces pieces;
     CCandidates candidates(sameWinding);
     ForEachHolder(
         subject, [&](CPathObjectHolder* holder)
-        { hasIntersection |= CutObject(holder, space, [&](CPathObjectHolder* placed) { candidates.Add(placed); }); });
+        { hasIntersection |= CutObject(holder, pieces, [&](CPathObjectHolder* placed) { candidates.Add(placed); }); });
     ForEachHolder(clip,
                   [&](CPathObjectHolder* holder)
                   {
-                      hasIntersection |= CutObject(holder, space,
+                      hasIntersection |= CutObject(holder, pieces,
                                                    [&](CPathObjectHolder* placed)
                                                    {
                                                        if (placed->m_IsIntersection)

@@ -11,9 +11,25 @@ namespace geometry
 CPathObjectHolder::~CPathObjectHolder()
 {
     delete m_OwnObject;
-    for (CPathObjectBase::SplitPiece const & piece : m_Pieces)
+    ClearSplitPositions();
+}
+
+CPathObjectBase::SplitPositionList & CPathObjectHolder::GetSplitPositions()
+{
+    using List = CPathObjectBase::SplitPositionList;
+    if (m_SplitPositions == nullptr)
     {
-        delete piece.first;
+        void* const place = m_Memory->GetCuts().allocate(sizeof(List), alignof(List));
+        m_SplitPositions = new (place) List(&m_Memory->GetCuts());
+    }
+    return *m_SplitPositions;
+}
+
+void CPathObjectHolder::ClearSplitPositions()
+{
+    if (m_SplitPositions != nullptr)
+    {
+        std::destroy_at(std::exchange(m_SplitPositions, nullptr));
     }
 }
 

@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <iterator>
 #include <memory>
-#include <vector>
 
 #include <geometry/path/path_object_base.h>
 
@@ -22,10 +21,10 @@ struct TFoldedRun;
 class CPathObjectHolder
 {
 public:
-    explicit CPathObjectHolder(CRingMemory & memory) : m_SplitPositions(&memory.GetCuts()), m_Memory(&memory) {}
+    explicit CPathObjectHolder(CRingMemory & memory) : m_Memory(&memory) {}
     CPathObjectHolder(CPathObjectHolder const &) = delete;
     CPathObjectHolder & operator=(CPathObjectHolder const &) = delete;
-    /// Deletes the own object and the pieces that no holder has taken over yet, but no linked holder.
+    /// Deletes the own object and the cuts, but no linked holder.
     virtual ~CPathObjectHolder();
 
     /// The own object if there is one, else the shared one.
@@ -37,21 +36,25 @@ public:
     void ClearIntersection();
     /// Replaces the object by `object`, which the holder owns then.
     void TakeObject(CPathObjectBase* object);
+    /// The cuts against all objects of the other ring, to be added to.
+    CPathObjectBase::SplitPositionList & GetSplitPositions();
+    bool HasSplitPositions() const { return m_SplitPositions != nullptr && !m_SplitPositions->empty(); }
+    void ClearSplitPositions();
 
     CPathObjectBase const* m_SharedObject = nullptr; ///< belongs to the input polygon; null with an own object
     CPathObjectBase* m_OwnObject = nullptr;          ///< owned; takes precedence
     CPathObjectHolder* m_Next = nullptr;
     CPathObjectHolder* m_Previous = nullptr;
-    CPathObjectHolder* m_NextRing = nullptr;             ///< a further ring of the same side; stays null
-    std::vector<CPathObjectBase::SplitPiece> m_Pieces;   ///< owned until a holder takes them over (then null)
-    CPathObjectBase::SplitPositionList m_SplitPositions; ///< cuts against all objects of the other ring
-    bool m_IsIntersection = false;                       ///< the start point is an intersection
-    int m_Direction = 0;                                 ///< EWalkDirection: where a trace goes on from here
-    CPathObjectHolder* m_Neighbour = nullptr;            ///< the same intersection on the other ring; not owned
-    bool m_Visited = false;                              ///< the trace has passed here
-    bool m_NewVertex = false;                            ///< made by a cut, not a vertex of the input
-    CRingIndex* m_RingIndex = nullptr;                   ///< answers point questions to the ring; not owned
-    bool m_WasIntersection = false;                      ///< stays when `m_IsIntersection` is cleared
+    CPathObjectHolder* m_NextRing = nullptr; ///< a further ring of the same side; stays null
+    CPathObjectBase::SplitPositionList* m_SplitPositions =
+        nullptr;                              ///< owned, in the memory of the ring; null until asked
+    bool m_IsIntersection = false;            ///< the start point is an intersection
+    int m_Direction = 0;                      ///< EWalkDirection: where a trace goes on from here
+    CPathObjectHolder* m_Neighbour = nullptr; ///< the same intersection on the other ring; not owned
+    bool m_Visited = false;                   ///< the trace has passed here
+    bool m_NewVertex = false;                 ///< made by a cut, not a vertex of the input
+    CRingIndex* m_RingIndex = nullptr;        ///< answers point questions to the ring; not owned
+    bool m_WasIntersection = false;           ///< stays when `m_IsIntersection` is cleared
     TFoldedRun const* m_Run = nullptr; ///< what the holder stands for if that is more than its object, which then is a
                                        ///< segment from the start to the end of it; not owned
     CRingMemory* m_Memory;             ///< of the ring; not owned

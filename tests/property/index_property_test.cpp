@@ -77,7 +77,7 @@ void PrintRings(std::ostream & text, CPathObjectHolder const* subject, CPathObje
     {
         text << '\n' << h->m_IsIntersection << h->m_WasIntersection << h->m_NewVertex << h->m_Direction << ' ';
         text << number[h->m_Neighbour] << ' ' << h->GetPathObject()->CanAppendVertex();
-        for (auto const & entry : h->m_SplitPositions)
+        for (auto const & entry : h->HasSplitPositions() ? *h->m_SplitPositions : CPathObjectBase::SplitPositionList())
             for (auto const & point : entry.second)
                 text << (&point == &entry.second.front() ? " | " : " ") << point.x << ',' << point.y << point.touchOnly;
         for (auto p = h->GetPathObject()->GetPointsBegin(); p != h->GetPathObject()->GetPointsEnd(); ++p)
