@@ -13,6 +13,7 @@ namespace geometry
 namespace
 {
 
+constexpr std::size_t FewIntervals = 16;
 constexpr double LargestReach = 1e15;
 constexpr double LargestMisfit = 0.01;  // of the radius, in coordinate units
 constexpr double SmallestRadius = 1e-6; // as a part of the coordinates of the centre
@@ -76,6 +77,10 @@ void CProbeAbscissas::Add(CPathObjectArc const & arc)
     double const x = points[2].x;
     double const radius = arc.GetRadius();
     double const room = 10.0 * LargestMisfit + 1e-6 * radius + 1e-9 * (std::fabs(x) + radius);
+    if (m_Intervals.empty())
+    {
+        m_Intervals.reserve(FewIntervals);
+    }
     auto const add = [&](double at)
     {
         m_Intervals.push_back({at - room, at + room});
@@ -103,7 +108,7 @@ std::size_t CProbeAbscissas::CellOf(double x) const
 /// The intervals are put into cells by their lower ends. Those of earlier cells begin at lower abscissas.
 void CProbeAbscissas::Prepare()
 {
-    if (m_Intervals.empty())
+    if (m_Intervals.size() <= FewIntervals)
     {
         return;
     }
@@ -140,13 +145,14 @@ bool CProbeAbscissas::IsNear(double x) const
     {
         return false;
     }
-    TCell const* const cell = &m_Cells[CellOf(x)];
-    bool isNear = x <= cell[0].highestBefore;
-    for (std::size_t i = cell[0].first; i < cell[1].first && !isNear; ++i)
+    auto const isIn = [x](TInterval const & interval) { return interval.low <= x && x <= interval.high; };
+    if (m_Cells.empty())
     {
-        isNear = m_Intervals[i].low <= x && x <= m_Intervals[i].high;
+        return std::any_of(m_Intervals.begin(), m_Intervals.end(), isIn);
     }
-    return isNear;
+    TCell const* const cell = &m_Cells[CellOf(x)];
+    return x <= cell[0].highestBefore ||
+           std::any_of(m_Intervals.data() + cell[0].first, m_Intervals.data() + cell[1].first, isIn);
 }
 
 } // namespace geometry

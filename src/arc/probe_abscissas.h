@@ -56,8 +56,8 @@ private:
     std::size_t CellOf(double x) const;
 
     std::vector<TInterval> m_Intervals; ///< once prepared, by cells
-    std::vector<TCell> m_Cells;
-    double m_Low = DBL_MAX; ///< of all intervals
+    std::vector<TCell> m_Cells;         ///< none if there are few intervals
+    double m_Low = DBL_MAX;             ///< of all intervals
     double m_High = -DBL_MAX;
     double m_CellsPerUnit = 0.0;
 };

@@ -15,7 +15,8 @@ namespace geometry
 namespace
 {
 
-constexpr std::size_t MinIndexedCount = 24; // holders; below, a walk over all is as fast
+constexpr std::size_t MinIndexedCount = 6;   // holders; below, a walk over all is as fast
+constexpr std::size_t MinSearchedCount = 24; // of a range; below, a loop is as fast
 constexpr unsigned int QuestionsBeforeIndex = 4;
 constexpr double ArcRoom = 0.11;       // above the distances at which a point counts as on an arc or as near it
 constexpr double SizeRoom = 1.1e-7;    // of the object: above that at which a point counts as near
@@ -144,7 +145,7 @@ std::vector<CBoundingRect<double>> CRingIndex::ReadObjects()
 bool CRingIndex::IsRangeCrossedOneByOne(TRange const & range, TPoint<double> const & point) const
 {
     bool isOdd = false;
-    if (range.last - range.first >= MinIndexedCount)
+    if (range.last - range.first >= MinSearchedCount)
     {
         m_Index->Search([&](CBoundingRect<double> const & r) { return !(point.x < r.minX || point.x > r.maxX); },
                         [&](std::size_t i)
