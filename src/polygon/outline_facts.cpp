@@ -297,9 +297,13 @@ void COutlineFacts::MoveByNothing(Outline const & outline, std::size_t first, st
             std::size_t const i = m_Starts[b] + k;
             if (i >= first && i < last && !block.At(k).isFirm)
             {
-                outline[i]->Translate(0.0, 0.0);
-                block.At(k).rect = outline[i]->GetBoundingRect();
-                block.At(k).isFirm = true;
+                outline[i]->Translate(0.0, 0.0); // an arc gets its radius anew
+                TObjectFacts const moved = Describe(*outline[i], m_Origin);
+                TObjectFacts & facts = block.At(k);
+                facts.rect = moved.rect;
+                facts.length = moved.length;
+                facts.area = block.isReversed ? -moved.area : moved.area;
+                facts.isFirm = true;
                 block.isSummed = false;
             }
         }

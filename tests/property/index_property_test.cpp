@@ -10,6 +10,7 @@
 
 #include "numeric/chain_index.h"
 #include "polygon/folding.h"
+#include "polygon/outline_facts.h"
 #include "support/shape_generators.h"
 #include "support/test_access.h"
 
@@ -226,6 +227,28 @@ Shape ManyEdges(CShapeGenerator & random)
     return {ring};
 }
 
+/// What is known of an outline that went through several steps is what would be found out of it now.
+void ExpectCurrentFacts(CPolygon const & polygon)
+{
+    if (!CPolygonInternals::HasFacts(polygon)) return;
+    COutlineFacts const & kept = CPolygonInternals::FactsOf(polygon);
+    COutlineFacts anew(kept.GetOrigin());
+    for (CPathObjectBase const* object : polygon.GetOutline())
+        anew.Append(*object);
+    anew.Complete(polygon.GetOutline());
+    ASSERT_EQ(kept.GetCount(), anew.GetCount());
+    for (std::size_t i = 0; i < anew.GetCount(); ++i)
+        for (std::size_t const last : {i + 1, std::min(i * i % 97 + i + 1, anew.GetCount())})
+        {
+            TFactsSum const a = kept.Sum(i, last), b = anew.Sum(i, last);
+            EXPECT_TRUE(a.rect.minX == b.rect.minX && a.rect.minY == b.rect.minY && a.rect.maxX == b.rect.maxX &&
+                        a.rect.maxY == b.rect.maxY);
+            EXPECT_TRUE(a.hasArc == b.hasArc && a.isSteady == b.isSteady && a.isApart == b.isApart);
+            EXPECT_NEAR(a.length, b.length, 1e-12 * b.length);
+            EXPECT_NEAR(a.area, b.area, anew.GetAreaRounding(polygon.GetBoundingRect()));
+        }
+}
+
 /// One outline that grows and shrinks step by step: small shapes begin at its vertices, or beside them by less than what
 /// counts as on an arc, so that short arcs come to be; the two coordinates have different tolerances.
 TEST(IndexProperty, OutlinesFoldAsIfThatWereNot)
@@ -267,6 +290,7 @@ TEST(IndexProperty, OutlinesFoldAsIfThatWereNot)
                     outlines[way].reset(rings.empty() ? nullptr : std::exchange(rings.front(), nullptr));
             }
             ASSERT_EQ(texts[0], texts[1]) << seed;
+            if (outlines[1] != nullptr) ExpectCurrentFacts(*outlines[1]);
         }
     }
 }

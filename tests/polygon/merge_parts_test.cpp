@@ -1,0 +1,106 @@
+// What a merge keeps beside the polygon that grows: the polygons that wait and the holes, against plain lists of them.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "numeric/chain_index.h"
+#include "polygon/target_holes.h"
+#include "polygon/waiting_polygons.h"
+#include "support/builders.h"
+#include "support/shape_generators.h"
+
+namespace geometry::test
+{
+namespace
+{
+
+/// On a coarse lattice, so that sides meet, and now and then apart from it by less or more than the tolerance.
+CBoundingRect<double> RandomRect(CShapeGenerator & random)
+{
+    double const unit = random.Int(0, 20) == 0 ? 1e302 : 1e6;
+    auto const at = [&]
+    { return unit * random.Int(-9, 9) * (1 + random.Int(-1, 1) * (random.Int(0, 1) ? 4e-15 : 4e-13)); };
+    double const x = at(), y = at();
+    return {x, y, x + unit * random.Int(1, 3), y + unit * random.Int(1, 3)};
+}
+
+std::unique_ptr<CPolygon> RandomPolygon(CShapeGenerator & random)
+{
+    CBoundingRect<double> const r = RandomRect(random);
+    return std::make_unique<CPolygon>(RectLine(r.minX, r.minY, r.maxX, r.maxY).release());
+}
+
+TEST(MergeParts, PolygonsThatWaitAreFoundWhereTheyStand)
+{
+    for (EIndexUse const use : {EIndexUse::eNever, EIndexUse::eWhenItPays, EIndexUse::eAlways})
+    {
+        SetIndexUse(use);
+        CShapeGenerator random(4);
+        CWaitingPolygons waiting, others;
+        for (int step = 0; step < 3000; ++step)
+        {
+            // more and more of them, then fewer and fewer
+            if (random.Int(0, 2999) > step) waiting.Add(RandomPolygon(random));
+            std::size_t const place = static_cast<std::size_t>(random.Int(0, 99999)) % (waiting.GetEnd() + 1);
+            if (place < waiting.GetEnd() && waiting.At(place) != nullptr && random.Int(0, 3) > 0)
+                others.Add(waiting.Take(place));
+            if (step % 500 == 499) waiting.AddAll(others);
+            if (step % 300 == 299) waiting.Tidy();
+            std::vector<std::size_t> expected;
+            CBoundingRect<double> const box = RandomRect(random);
+            for (std::size_t i = place; i < waiting.GetEnd(); ++i)
+                if (waiting.At(i) != nullptr && box.Overlaps(waiting.At(i)->GetBoundingRect())) expected.push_back(i);
+            ASSERT_EQ(waiting.FindOverlapping(box, place), expected) << step;
+        }
+        OwningPolygonVector all;
+        waiting.TakeAll(all);
+        EXPECT_TRUE(waiting.IsEmpty() && std::find(all.begin(), all.end(), nullptr) == all.end());
+    }
+    SetIndexUse(EIndexUse::eWhenItPays);
+}
+
+TEST(MergeParts, HolesKeepTheirOrderWhenSomeAreReplaced)
+{
+    CShapeGenerator random(5);
+    for (int round = 0; round < 50; ++round)
+    {
+        CTargetHoles holes;
+        PolygonVector expected;
+        CPolygon target;
+        for (int step = 0; step < 60; ++step)
+        {
+            OwningPolygonVector pieces;
+            for (int i = random.Int(0, 3); i > 0; --i)
+                PushPolygon(pieces, RandomPolygon(random));
+            std::size_t const at = static_cast<std::size_t>(random.Int(0, 99)) % (expected.size() + 1);
+            auto const place = expected.begin() + static_cast<std::ptrdiff_t>(at);
+            if (step % 20 == 19)
+            {
+                holes.DeleteFrom(at);
+                expected.resize(at);
+                holes.GiveBackTo(target);
+                EXPECT_TRUE(holes.IsEmpty());
+                holes.TakeFrom(target);
+            }
+            else if (at < expected.size() && random.Int(0, 1) == 0)
+            {
+                expected.insert(expected.erase(place), pieces.begin(), pieces.end());
+                holes.Replace(at, pieces);
+            }
+            else
+            {
+                expected.insert(expected.begin(), pieces.begin(), pieces.end());
+                holes.PutInFront(pieces);
+            }
+            ASSERT_EQ(holes.GetAll(), expected);
+            std::vector<std::size_t> overlapping;
+            CBoundingRect<double> const box = RandomRect(random);
+            for (std::size_t i = 0; i < expected.size(); ++i)
+                if (expected[i]->GetBoundingRect().Overlaps(box)) overlapping.push_back(i);
+            ASSERT_EQ(holes.FindOverlapping(box), overlapping);
+        }
+    }
+}
+
+} // namespace
+} // namespace geometry::test
