@@ -36,6 +36,24 @@ bool IsFarFrom(CBoundingRect<double> const & rect, TPoint<double> const & point)
                                       1e-12 * (std::fabs(point.x) + std::fabs(point.y));
 }
 
+/// The point is farther than `distance` from a polyline of a few segments: from the lines of all of them.
+bool IsClearlyOffLines(CPathObjectBase const & object, TPoint<double> const & point, double distance)
+{
+    constexpr std::ptrdiff_t fewVertices = 8;
+    if (!object.CanAppendVertex())
+    {
+        return false;
+    }
+    auto const begin = object.GetPointsBegin();
+    std::ptrdiff_t const count = object.GetPointsEnd() - begin;
+    std::ptrdiff_t i = 1;
+    while (i < count && count <= fewVertices && IsClearlyOffLine(begin[i - 1], begin[i], point, distance))
+    {
+        ++i;
+    }
+    return i == count;
+}
+
 /// The position to the ring of `ring`; `eOnRing` if the point isn't well away from it. `isArc`: the object sampled.
 EPointPosition LocateClearly(TPoint<double> const & point, CPathObjectHolder const* ring, bool isSampleOfArc)
 {
@@ -52,6 +70,10 @@ EPointPosition LocateClearly(TPoint<double> const & point, CPathObjectHolder con
             margin = std::max(margin, arcMargin);
         }
         reach.Inflate(margin);
+        if (IsClearlyOffLines(object, point, margin))
+        {
+            return false;
+        }
         TPoint<double> closest;
         return reach.ContainsPoint(point.x, point.y) &&
                !(object.SquareDistanceToPoint(point.x, point.y, closest) > margin * margin);

@@ -21,6 +21,10 @@ namespace
 /// Like `IsPointOnSegment`, with the arithmetic of the path test: a tie of the ends goes to `b`.
 bool IsPointOnPathSegment(TPoint<double> const & a, TPoint<double> const & b, TPoint<double> const & point)
 {
+    if (IsClearlyOffLine(a, b, point, 0.0))
+    {
+        return false; // as most are, without a division
+    }
     if (IsExactlyEqual(a, point) || IsExactlyEqual(b, point))
     {
         return true;
@@ -137,14 +141,22 @@ unsigned int CPathObjectPolyline::IntersectWithVerticalProbeLine(TPoint<double> 
 // is crossed if its ends lie on different sides. So a whole stretch above the point counts by its two ends.
 bool CPathObjectPolyline::IsProbeCountOdd(TPoint<double> const & point) const
 {
-    CChainIndex const* const index = FindSegmentIndex(false);
-    if (index == nullptr || IsClearlyLess(point.x, m_BoundingRect.minX) ||
-        IsClearlyGreater(point.x, m_BoundingRect.maxX) || IsClearlyGreater(point.y, m_BoundingRect.maxY))
+    bool isOdd = false;
+    if (IsClearlyLess(point.x, m_BoundingRect.minX) || IsClearlyGreater(point.x, m_BoundingRect.maxX) ||
+        IsClearlyGreater(point.y, m_BoundingRect.maxY))
     {
-        return (CPathObjectPolyline::IntersectWithVerticalProbeLine(point) & 1U) != 0;
+        return isOdd;
+    }
+    CChainIndex const* const index = FindSegmentIndex(false);
+    if (index == nullptr)
+    {
+        for (std::size_t i = 1; i < m_Points.size(); ++i)
+        {
+            isOdd = isOdd != PassesAbove(m_Points[i - 1], m_Points[i], point.x, point.y);
+        }
+        return isOdd;
     }
     double const room = SearchRoom(*index, point);
-    bool isOdd = false;
     index->Walk(
         [&](CBoundingRect<double> const & r)
         {

@@ -34,7 +34,8 @@ bool IsBlockApart(CBoundingRect<double> const & rect, std::vector<TPoint<double>
         around.Include(points[i]);
         sum += points[i].x + points[i].y;
     }
-    return std::isfinite(sum) && IsIndexUsed(!rect.Overlaps(around)); // numbers that are none overlap everything
+    return std::isfinite(sum) && !rect.Overlaps(around) &&
+           IsIndexUsed(true); // numbers that are none overlap everything
 }
 
 /// Calls `visit(i)` for each segment whose rectangle overlaps `rect`, in path order. `index`: of the segments, or null.

@@ -1,6 +1,8 @@
 // Kernels on straight segments and points: free functions on values.
 #pragma once
 
+#include <cmath>
+
 #include <geometry/numeric/point.h>
 
 namespace geometry
@@ -22,6 +24,21 @@ inline TPoint<double> Midpoint(TPoint<double> const & a, TPoint<double> const & 
 inline bool IsExactlyEqual(TPoint<double> const & a, TPoint<double> const & b)
 {
     return a.x == b.x && a.y == b.y;
+}
+
+/// `p` is farther than `distance` from the line through `a` and `b`, by more than what rounding and the tolerance of
+/// equality can do to coordinates: by the cross product, which is the distance times the length, and the sum of the
+/// lengths in x and y, which is no less. False proves nothing.
+inline bool IsClearlyOffLine(TPoint<double> const & a, TPoint<double> const & b, TPoint<double> const & p,
+                             double distance)
+{
+    constexpr double room = 1e-12;
+    double const dx = b.x - a.x;
+    double const dy = b.y - a.y;
+    double const cross = std::fabs(dx * (p.y - a.y) - dy * (p.x - a.x));
+    double const reach =
+        std::fabs(a.x) + std::fabs(a.y) + std::fabs(b.x) + std::fabs(b.y) + std::fabs(p.x) + std::fabs(p.y);
+    return cross > (1.001 * distance + room * reach) * (std::fabs(dx) + std::fabs(dy)) && cross < 1e300;
 }
 
 /// The point `c` of the segment nearest to `p`; a tie of the ends gives `s1`. The result is the square distance.
