@@ -82,8 +82,11 @@ EClipResult MergeRangeCompletely(CPolygon const & polygon, PolygonVector & resul
 EClipResult MergePolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range,
                               Clipper & clipper);
 
+/// `MergePolygonRange` of the first of `polygons` and the others; at least one. Takes them over, unless one has a user
+/// info. `result` is empty before.
+EClipResult MergeAll(PolygonVector & polygons, PolygonVector & result, Clipper & clipper);
+
 /// The same by `DoMergeCoreRestricted`.
-EClipResult MergePolygonRangeRestricted(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range,
-                                        Clipper & clipper);
+EClipResult MergeAllRestricted(PolygonVector & polygons, PolygonVector & result, Clipper & clipper);
 
 } // namespace geometry

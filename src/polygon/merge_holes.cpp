@@ -104,17 +104,6 @@ void SplitOffIslands(PolygonVector & polygons, PolygonVector & islands)
 namespace
 {
 
-/// Finds polygons by rectangle and owns none of them.
-struct TBorrowedPolygons
-{
-    TBorrowedPolygons() = default;
-    TBorrowedPolygons(TBorrowedPolygons const &) = delete;
-    TBorrowedPolygons & operator=(TBorrowedPolygons const &) = delete;
-    ~TBorrowedPolygons() { hash.Clear(); }
-
-    CPolygon::PolygonHash hash;
-};
-
 /// A hole that lies where two pieces overlap comes with both.
 void DropDuplicates(PolygonVector & holes)
 {

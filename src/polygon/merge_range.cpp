@@ -2,15 +2,33 @@
 // takes the largest first.
 #include "polygon/merge.h"
 
+#include <algorithm>
+
 namespace geometry
 {
 
 namespace
 {
 
-/// A merge of a range: copies, in groups, each group by `mergeGroup`. The value is that of the last group.
+/// A merge in groups, each group by `mergeGroup`. The value is that of the last group.
 template <typename MergeGroup>
-EClipResult MergeGroups(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range,
+EClipResult MergeGroups(OwningPolygonVector & all, PolygonVector & result, MergeGroup const & mergeGroup)
+{
+    EClipResult code = Clipper::eClipNothingToDo;
+    for (PolygonVector & group : GroupPolygons(all))
+    {
+        code = mergeGroup(group).code;
+    }
+    if (code == Clipper::eClipFailed)
+    {
+        DeletePolygons(result);
+    }
+    return code;
+}
+
+/// The same of copies of a range and of `polygon`, which comes last.
+template <typename MergeGroup>
+EClipResult MergeCopies(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range,
                         MergeGroup const & mergeGroup)
 {
     DeletePolygons(result);
@@ -25,16 +43,21 @@ EClipResult MergeGroups(CPolygon const & polygon, PolygonVector & result, Polygo
         PushPolygon(all, std::make_unique<CPolygon>(*other));
     }
     PushPolygon(all, std::make_unique<CPolygon>(polygon));
-    EClipResult code = Clipper::eClipNothingToDo;
-    for (PolygonVector & group : GroupPolygons(all))
+    return MergeGroups(all, result, mergeGroup);
+}
+
+/// Moves `polygons` to `target`, or, with a user info, whose clones can be counted, leaves them and puts clones there.
+void MoveOrClone(PolygonVector & polygons, PolygonVector & target)
+{
+    if (std::none_of(polygons.begin(), polygons.end(), [](CPolygon const* polygon) { return HasUserInfo(*polygon); }))
     {
-        code = mergeGroup(group).code;
+        AppendPolygons(target, polygons);
+        return;
     }
-    if (code == Clipper::eClipFailed)
+    for (CPolygon const* polygon : polygons)
     {
-        DeletePolygons(result);
+        PushPolygon(target, std::make_unique<CPolygon>(*polygon));
     }
-    return code;
 }
 
 } // namespace
@@ -42,7 +65,17 @@ EClipResult MergeGroups(CPolygon const & polygon, PolygonVector & result, Polygo
 EClipResult MergePolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range,
                               Clipper & clipper)
 {
-    return MergeGroups(polygon, result, range,
+    return MergeCopies(polygon, result, range,
+                       [&](PolygonVector & group)
+                       { return DoMergeCore(group, result, clipper, EMergeOrder::eLastFirst); });
+}
+
+EClipResult MergeAll(PolygonVector & polygons, PolygonVector & result, Clipper & clipper)
+{
+    OwningPolygonVector all;
+    std::rotate(polygons.begin(), polygons.begin() + 1, polygons.end());
+    MoveOrClone(polygons, all);
+    return MergeGroups(all, result,
                        [&](PolygonVector & group)
                        { return DoMergeCore(group, result, clipper, EMergeOrder::eLastFirst); });
 }
@@ -50,26 +83,15 @@ EClipResult MergePolygonRange(CPolygon const & polygon, PolygonVector & result, 
 EClipResult MergeRangeCompletely(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range,
                                  Clipper & clipper)
 {
-    return MergeGroups(polygon, result, range,
+    return MergeCopies(polygon, result, range,
                        [&](PolygonVector & group)
                        { return MergeCompletely(group, result, clipper, EMergeOrder::eLastFirst); });
 }
 
-EClipResult MergePolygonRangeRestricted(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range,
-                                        Clipper & clipper)
+EClipResult MergeAllRestricted(PolygonVector & polygons, PolygonVector & result, Clipper & clipper)
 {
-    DeletePolygons(result);
-    if (range.empty())
-    {
-        PushPolygon(result, std::make_unique<CPolygon>(polygon));
-        return Clipper::eClipNothingToDo;
-    }
     OwningPolygonVector group;
-    PushPolygon(group, std::make_unique<CPolygon>(polygon));
-    for (CPolygon const* other : range)
-    {
-        PushPolygon(group, std::make_unique<CPolygon>(*other));
-    }
+    MoveOrClone(polygons, group);
     EClipResult const code = DoMergeCoreRestricted(group, result, clipper);
     if (code == Clipper::eClipFailed)
     {

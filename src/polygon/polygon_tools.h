@@ -60,6 +60,17 @@ inline void MovePolygon(PolygonVector & source, std::size_t index, PolygonVector
 /// An object of the outline, or of a hole, has a user info.
 bool HasUserInfo(CPolygon const & polygon);
 
+/// Finds polygons by rectangle and owns none of them.
+struct TBorrowedPolygons
+{
+    TBorrowedPolygons() = default;
+    TBorrowedPolygons(TBorrowedPolygons const &) = delete;
+    TBorrowedPolygons & operator=(TBorrowedPolygons const &) = delete;
+    ~TBorrowedPolygons() { hash.Clear(); }
+
+    CPolygon::PolygonHash hash;
+};
+
 /// Access for the operations of this library that work on polygons from outside the class.
 struct CPolygonInternals
 {

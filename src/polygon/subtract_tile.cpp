@@ -137,7 +137,7 @@ bool CSubtractTile::Subtract(CPolygon const & subject, CPolygon::PolygonHash con
                SubtractPolygonRange(m_Pieces, PolygonRange(cut.begin(), cut.end()), clipper) != Clipper::eClipFailed;
     }
     OwningPolygonVector merged;
-    EClipResult const r = MergePolygonRange(*cut[0], merged, PolygonRange(cut.begin() + 1, cut.end()), clipper);
+    EClipResult const r = MergeAll(cut, merged, clipper);
     return r != Clipper::eClipFailed &&
            SubtractPolygonRange(m_Pieces, PolygonRange(merged.begin(), merged.end()), clipper) != Clipper::eClipFailed;
 }

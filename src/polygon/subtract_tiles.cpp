@@ -215,8 +215,10 @@ void RunSubtractTiles(unsigned int workers, Tiles & tiles, CPolygon const & subj
 class CTileJoiner
 {
 public:
-    CTileJoiner(CPolygon const & subject, TTileGrid const & grid, Tiles & tiles, Clipper & clipper)
-        : m_Subject(subject), m_Grid(grid), m_Tiles(tiles), m_Clipper(clipper)
+    /// `copy` is one of the subject, or null.
+    CTileJoiner(CPolygon const & subject, std::unique_ptr<CPolygon> copy, TTileGrid const & grid, Tiles & tiles,
+                Clipper & clipper)
+        : m_Subject(subject), m_Copy(std::move(copy)), m_Grid(grid), m_Tiles(tiles), m_Clipper(clipper)
     {
     }
 
@@ -249,6 +251,7 @@ private:
     void MergeAll(PolygonVector & result);
 
     CPolygon const & m_Subject;
+    std::unique_ptr<CPolygon> m_Copy;
     TTileGrid const & m_Grid;
     Tiles & m_Tiles;
     Clipper & m_Clipper;
@@ -279,8 +282,7 @@ void CTileJoiner::MergePieces()
 {
     if (m_Pieces.size() > 1)
     {
-        PolygonRange const rest(m_Pieces.begin() + 1, m_Pieces.end());
-        m_IsDone = MergePolygonRangeRestricted(*m_Pieces[0], m_Merged, rest, m_Clipper) != Clipper::eClipFailed;
+        m_IsDone = MergeAllRestricted(m_Pieces, m_Merged, m_Clipper) != Clipper::eClipFailed;
     }
     else if (m_Pieces.size() == 1)
     {
@@ -291,14 +293,18 @@ void CTileJoiner::MergePieces()
 
 void CTileJoiner::CutTilesOut()
 {
-    PushPolygon(m_Work, std::make_unique<CPolygon>(m_Subject));
+    PushPolygon(m_Work, m_Copy != nullptr ? std::move(m_Copy) : std::make_unique<CPolygon>(m_Subject));
     OwningPolygonVector rectangles;
     PolygonRange cuts = m_Cuts;
     m_IsDone = true;
     if (cuts.size() > 1)
     {
-        PolygonRange const rest(cuts.begin() + 1, cuts.end());
-        m_IsDone = MergePolygonRangeRestricted(*cuts[0], rectangles, rest, m_Clipper) != Clipper::eClipFailed;
+        OwningPolygonVector copies;
+        for (CPolygon const* cut : cuts)
+        {
+            PushPolygon(copies, std::make_unique<CPolygon>(*cut));
+        }
+        m_IsDone = MergeAllRestricted(copies, rectangles, m_Clipper) != Clipper::eClipFailed;
         cuts.assign(rectangles.begin(), rectangles.end());
     }
     if (m_IsDone && !cuts.empty())
@@ -348,18 +354,38 @@ std::unique_ptr<CPolygon> MakeSharedSubject(CPolygon const & subject)
     return shared;
 }
 
+/// Makes the tiles find `polygons`, which they only ask. Copies stand for those with a user info, whose clones can be
+/// counted, and for all where one of them is there twice.
+void FillCutters(PolygonRange const & polygons, TBorrowedPolygons & cutters, OwningPolygonVector & copies)
+{
+    PolygonRange sorted(polygons);
+    std::sort(sorted.begin(), sorted.end());
+    bool const hasRepeated = std::adjacent_find(sorted.begin(), sorted.end()) != sorted.end();
+    for (CPolygon const* polygon : polygons)
+    {
+        if (hasRepeated || HasUserInfo(*polygon))
+        {
+            PushPolygon(copies, std::make_unique<CPolygon>(*polygon));
+            cutters.hash.AddNew(copies.back());
+        }
+        else
+        {
+            cutters.hash.AddNew(const_cast<CPolygon*>(polygon));
+        }
+    }
+}
+
 } // namespace
 
 bool SubtractInTiles(CPolygon const & subject, PolygonVector & result, PolygonRange const & polygons, Clipper & clipper,
                      unsigned int workers)
 {
-    CPolygon::PolygonHash cutters;
+    OwningPolygonVector copies;
+    TBorrowedPolygons cutters;
+    FillCutters(polygons, cutters, copies);
     CBoundingRect<double> bounds;
     for (CPolygon const* polygon : polygons)
     {
-        auto copy = std::make_unique<CPolygon>(*polygon);
-        cutters.AddNew(copy.get());
-        copy.release();
         bounds.Include(polygon->GetBoundingRect());
     }
     TTileGrid grid;
@@ -368,17 +394,17 @@ bool SubtractInTiles(CPolygon const & subject, PolygonVector & result, PolygonRa
     {
         return false;
     }
+    std::unique_ptr<CPolygon> shared = MakeSharedSubject(subject);
     try
     {
-        std::unique_ptr<CPolygon> const shared = MakeSharedSubject(subject);
         RunSubtractTiles(workers == 0 ? thread::hardware_concurrency() : workers, tiles,
-                         shared != nullptr ? *shared : subject, cutters);
+                         shared != nullptr ? *shared : subject, cutters.hash);
     }
     catch (thread_canceled const &)
     {
         this_thread::Cancel(); // the exception has taken the request: it goes on
     }
-    return CTileJoiner(subject, grid, tiles, clipper).Join(result);
+    return CTileJoiner(subject, std::move(shared), grid, tiles, clipper).Join(result);
 }
 
 bool CPolygon::SubtractPolygons(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons,
