@@ -295,7 +295,8 @@ bool IsAreaClearlyLarger(CPolygon const & ring, double area)
     COutlineFacts const & facts = CPolygonInternals::FactsOf(ring);
     CBoundingRect<double> const & rect = ring.GetBoundingRect();
     double const room = facts.GetAreaRounding(rect) + 1e-9 * RectArea(rect);
-    return std::fabs(facts.Sum(0, facts.GetCount()).area) - room > area;
+    TFactsSum const sum = facts.Sum(0, facts.GetCount());
+    return sum.isSteady && std::fabs(sum.area) - room > area; // of what isn't steady, the area isn't known
 }
 
 double LengthOf(CPolygon const & ring)
