@@ -263,24 +263,23 @@ bool CRegionProof::IsAnyAt(CBoundingRect<double> const & rect) const
     return any != 0;
 }
 
-bool CRegionProof::Holds(CLinkedPathObject const* results) const
+void CRegionProof::Count(CLinkedPathObject const* ring)
 {
-    // even-odd over all result rings, folded runs left out. One walk: there may be many
-    std::array<bool, PointCount> isInResult{};
-    for (CLinkedPathObject const* ring = results; ring != nullptr; ring = ring->m_NextRing)
+    for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
     {
-        for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
+        bool const counts = element->m_Run == nullptr && IsAnyAt(element->m_PathObject->GetBoundingRect());
+        for (std::size_t i = 0; counts && i < PointCount; ++i)
         {
-            bool const counts = element->m_Run == nullptr && IsAnyAt(element->m_PathObject->GetBoundingRect());
-            for (std::size_t i = 0; counts && i < PointCount; ++i)
-            {
-                isInResult[i] = isInResult[i] != IsProbeCountOdd(*element->m_PathObject, m_Points[i]);
-            }
+            m_IsInResult[i] = m_IsInResult[i] != IsProbeCountOdd(*element->m_PathObject, m_Points[i]);
         }
     }
+}
+
+bool CRegionProof::Holds() const
+{
     for (std::size_t i = 0; i < PointCount; ++i)
     {
-        EExpected const found = isInResult[i] ? EExpected::eInResult : EExpected::eNotInResult;
+        EExpected const found = m_IsInResult[i] ? EExpected::eInResult : EExpected::eNotInResult;
         if (m_Expected[i] != EExpected::eAny && m_Expected[i] != found)
         {
             if (m_IsAway[i])

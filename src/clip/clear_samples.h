@@ -42,9 +42,11 @@ public:
     CRegionProof(std::array<CBoundingRect<double>, 2> const & rects, CPathObjectHolder const* subject,
                  CPathObjectHolder const* clip, bool (*isMember)(bool inSubject, bool inClip), CFold* fold);
 
+    /// A ring of the result; they count even-odd.
+    void Count(CLinkedPathObject const* ring);
     /// The result agrees with `isMember(inSubject, inClip)` at those points that are well away from both rings. Where the
     /// fold doesn't tell, it fails.
-    bool Holds(CLinkedPathObject const* results) const;
+    bool Holds() const;
 
 private:
     static constexpr std::size_t PointCount = 16;
@@ -69,6 +71,7 @@ private:
     std::array<double, PointCount> m_X{};    ///< theirs
     std::array<bool, PointCount> m_IsAway{}; ///< from the clip, so that the fold doesn't answer for the subject
     std::array<EExpected, PointCount> m_Expected{};
+    std::array<bool, PointCount> m_IsInResult{}; ///< in an odd number of rings, folded runs left out
 };
 
 } // namespace geometry

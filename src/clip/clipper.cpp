@@ -1,7 +1,6 @@
 // The frame of the clipper: reading outlines into rings, freeing them, and the order of the stages of a run.
 #include "clip/clipper.h"
 
-#include "clip/clear_samples.h"
 #include "polygon/outline_builder.h"
 #include "polygon/polygon_tools.h"
 
@@ -114,8 +113,9 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipGreinerHormannBased<T>::Ex
     }
     CloseRing(m_SubjectRing);
     CloseRing(m_ClipRing);
+    m_AreResultsFinished = false;
     EClipResult const result = DoClip();
-    if (m_Results != nullptr)
+    if (!m_AreResultsFinished)
     {
         CleanupResultRings(m_Results);
     }
@@ -162,7 +162,7 @@ void CPolygonClipGreinerHormannBased<T>::AddResultPolygons(std::vector<CPolygon*
         std::unique_ptr<CLinkedPathObject> ring;
         for (CPathObjectBase const* object : polygon->GetOutline())
         {
-            AppendToResultRing(object, ring, true);
+            AppendToResultRing(object, ring, true, m_Memory);
         }
         SettleHead(ring.get());
         if (ring != nullptr)
@@ -190,7 +190,7 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipGreinerHormannBased<T>::Co
     CPathObjectHolder const* holder = m_SubjectRing;
     while (holder != nullptr)
     {
-        AppendToResultRing(holder->GetPathObject(), ring, true);
+        AppendToResultRing(holder->GetPathObject(), ring, true, m_Memory);
         holder = holder->m_Next == m_SubjectRing ? nullptr : holder->m_Next;
     }
     SettleHead(ring.get());
@@ -278,9 +278,15 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCrossingR
     }
     auto const isMember = MembershipOf<T>(this->m_Operation);
     CFold* const fold = this->m_Fold.get();
-    CRegionProof const proof({this->m_SubjectRect, this->m_ClipRect}, subject, clip, isMember, fold);
-    bool const isTraced = TraceResultRings(subject, clip, this->m_Results);
-    if (!isTraced || !AreResultRingsClosed(this->m_Results))
+    CRegionProof proof({this->m_SubjectRect, this->m_ClipRect}, subject, clip, isMember, fold);
+    bool areClosed = true;
+    for (CLinkedPathObject* ring = this->m_Results; ring != nullptr; ring = ring->m_NextRing)
+    {
+        areClosed = FinishResultRing(ring, proof) && areClosed; // was there before
+    }
+    bool const isTraced = TraceResultRings(subject, clip, this->m_Results, proof);
+    this->m_AreResultsFinished = true;
+    if (!isTraced || !areClosed)
     {
         return this->eClipRetry;
     }
@@ -289,7 +295,7 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCrossingR
         fold->Fail();
         return this->eClipRetry;
     }
-    return proof.Holds(this->m_Results) ? this->eClipResultReady : this->eClipRetry;
+    return proof.Holds() ? this->eClipResultReady : this->eClipRetry;
 }
 
 template <typename T>

@@ -8,6 +8,7 @@
 
 #include <geometry/clip/polygon_clip_base.h>
 
+#include "clip/clear_samples.h"
 #include "clip/fold.h"
 #include "clip/holder.h"
 #include "clip/ring_index.h"
@@ -53,8 +54,9 @@ protected:
     EClipResult RunFolded(CPolygon const & first, CPolygon const & second);
     void ReadFolded(CPolygon const & first, TPoint<double> const* shift);
 
-    CRingMemory m_Memory;                       ///< of both rings
+    CRingMemory m_Memory;                       ///< of all rings
     CLinkedPathObject* m_Results = nullptr;     ///< head of the chain of result rings; owned
+    bool m_AreResultsFinished = false;          ///< of the present run
     CPathObjectHolder* m_SubjectRing = nullptr; ///< a holder of the ring; the ring is owned
     CPathObjectHolder* m_ClipRing = nullptr;    ///< a holder of the ring; the ring is owned
     CBoundingRect<double> m_SubjectRect;        ///< around what was read into the subject ring
@@ -131,12 +133,15 @@ enum class EMarkOutcome
 EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const* other, bool invert,
                       CBoundingRect<double> const & rect);
 
-/// Traces the marked rings and adds the result rings to the front of `results`. False if a walk found no way on.
-bool TraceResultRings(CPathObjectHolder* subjectRing, CPathObjectHolder* clipRing, CLinkedPathObject*& results);
+/// Traces the marked rings and adds the result rings, finished, to the front of `results`. False if a walk found no way
+/// on, or not all of them are closed.
+bool TraceResultRings(CPathObjectHolder* subjectRing, CPathObjectHolder* clipRing, CLinkedPathObject*& results,
+                      CRegionProof & proof);
 
 /// A clone of `object` (reversed if told) at the head of `ring`, joined with the old head if they make one object.
 /// Objects without extent are dropped. `ring` may be null. After the last one: `SettleHead`.
-void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse);
+void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse,
+                        CRingMemory & memory);
 
 /// Brings the object at the head of a ring into its direction. Null does nothing.
 void SettleHead(CLinkedPathObject* ring);
@@ -144,8 +149,8 @@ void SettleHead(CLinkedPathObject* ring);
 /// Joins last and first object of a ring, if they make one object.
 void CloseResultRing(CLinkedPathObject* ring);
 
-/// Every ring of the chain ends where it starts.
-bool AreResultRingsClosed(CLinkedPathObject const* results);
+/// Counts a result ring for `proof` and cleans it, while it is at hand. False if it doesn't end where it starts.
+bool FinishResultRing(CLinkedPathObject* ring, CRegionProof & proof);
 
 /// Every folded run of the subject stands once in the result rings, if `isSubjectKept`, or none does; and none begins or
 /// ends a ring.

@@ -85,6 +85,11 @@ std::size_t CountHolders(CPathObjectHolder const* ring);
 class CLinkedPathObject
 {
 public:
+    /// Elements are made in the memory of a clip, and that goes as a whole: to delete one destroys it only.
+    static void* operator new(std::size_t size, CRingMemory & memory) { return memory.GetHolders().allocate(size); }
+    static void operator delete(void*, CRingMemory &) {}
+    static void operator delete(void*) {}
+
     explicit CLinkedPathObject(CPathObjectBase* object) : m_PathObject(object) {}
     CLinkedPathObject(CLinkedPathObject const &) = delete;
     CLinkedPathObject & operator=(CLinkedPathObject const &) = delete;

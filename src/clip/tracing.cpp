@@ -15,10 +15,11 @@ namespace
 {
 
 /// A new element with `object` at the head of `ring`, which may be null.
-void PutBeforeResultRing(std::unique_ptr<CPathObjectBase> object, std::unique_ptr<CLinkedPathObject> & ring)
+void PutBeforeResultRing(std::unique_ptr<CPathObjectBase> object, std::unique_ptr<CLinkedPathObject> & ring,
+                         CRingMemory & memory)
 {
     SettleHead(ring.get());
-    auto element = std::make_unique<CLinkedPathObject>(object.get());
+    std::unique_ptr<CLinkedPathObject> element(new (memory) CLinkedPathObject(object.get()));
     object.release();
     if (ring != nullptr)
     {
@@ -75,7 +76,7 @@ namespace
 /// As `AppendToResultRing`; `take` makes the object that goes into the ring if it doesn't end up in one that is there.
 template <typename Take>
 void AppendTaken(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse,
-                 Take const & take)
+                 CRingMemory & memory, Take const & take)
 {
     if (object == nullptr ||
         (object->GetStartPoint() == object->GetEndPoint() && object->GetInbetweenPoint() == object->GetStartPoint()))
@@ -100,14 +101,15 @@ void AppendTaken(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObjec
             return;
         }
     }
-    PutBeforeResultRing(std::move(taken), ring);
+    PutBeforeResultRing(std::move(taken), ring, memory);
 }
 
 } // namespace
 
-void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse)
+void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse,
+                        CRingMemory & memory)
 {
-    AppendTaken(object, ring, reverse, [&] { return std::unique_ptr<CPathObjectBase>(object->Clone()); });
+    AppendTaken(object, ring, reverse, memory, [&] { return std::unique_ptr<CPathObjectBase>(object->Clone()); });
 }
 
 void CloseResultRing(CLinkedPathObject* ring)
@@ -128,23 +130,6 @@ void CloseResultRing(CLinkedPathObject* ring)
         ring->TakeObject(joined);
         delete last;
     }
-}
-
-bool AreResultRingsClosed(CLinkedPathObject const* results)
-{
-    for (CLinkedPathObject const* ring = results; ring != nullptr; ring = ring->m_NextRing)
-    {
-        CLinkedPathObject const* last = ring;
-        while (last->m_Next != nullptr)
-        {
-            last = last->m_Next;
-        }
-        if (!(last->m_PathObject->GetEndPoint() == ring->m_PathObject->GetStartPoint()))
-        {
-            return false;
-        }
-    }
-    return true;
 }
 
 bool AreRunsInPlace(CLinkedPathObject const* results, CFold const & fold, bool isSubjectKept)
@@ -172,18 +157,46 @@ bool AreRunsInPlace(CLinkedPathObject const* results, CFold const & fold, bool i
     return count == (isSubjectKept ? runs.size() : 0);
 }
 
+namespace
+{
+
+bool IsResultRingClosed(CLinkedPathObject const* ring)
+{
+    CLinkedPathObject const* last = ring;
+    while (last->m_Next != nullptr)
+    {
+        last = last->m_Next;
+    }
+    return last->m_PathObject->GetEndPoint() == ring->m_PathObject->GetStartPoint();
+}
+
+void CleanupResultRing(CLinkedPathObject* ring)
+{
+    for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
+    {
+        bool const isAlone = element->m_Next == nullptr && element->m_Previous == nullptr;
+        if (element->m_Run == nullptr)
+        {
+            element->m_PathObject->Cleanup(isAlone);
+        }
+    }
+}
+
+} // namespace
+
+bool FinishResultRing(CLinkedPathObject* ring, CRegionProof & proof)
+{
+    bool const isClosed = IsResultRingClosed(ring);
+    proof.Count(ring);
+    CleanupResultRing(ring);
+    return isClosed;
+}
+
 void CleanupResultRings(CLinkedPathObject* results)
 {
     for (CLinkedPathObject* ring = results; ring != nullptr; ring = ring->m_NextRing)
     {
-        for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
-        {
-            bool const isAlone = element->m_Next == nullptr && element->m_Previous == nullptr;
-            if (element->m_Run == nullptr)
-            {
-                element->m_PathObject->Cleanup(isAlone);
-            }
-        }
+        CleanupResultRing(ring);
     }
 }
 
@@ -198,14 +211,14 @@ void AppendHolderToResultRing(CPathObjectHolder* holder, std::unique_ptr<CLinked
     {
         CPathObjectBase const* const object = holder->GetPathObject();
         bool const isPiece = holder->m_OwnObject != nullptr && object->GetUserInfo() == nullptr;
-        AppendTaken(object, ring, reverse,
+        AppendTaken(object, ring, reverse, *holder->m_Memory,
                     [&] {
                         return std::unique_ptr<CPathObjectBase>(isPiece ? std::exchange(holder->m_OwnObject, nullptr)
                                                                         : object->Clone());
                     });
         return;
     }
-    PutBeforeResultRing(std::unique_ptr<CPathObjectBase>(holder->GetPathObject()->Clone()), ring);
+    PutBeforeResultRing(std::unique_ptr<CPathObjectBase>(holder->GetPathObject()->Clone()), ring, *holder->m_Memory);
     ring->m_Run = holder->m_Run;
     ring->m_IsRunReversed = reverse;
     if (reverse)
@@ -269,8 +282,10 @@ bool TraceRing(CPathObjectHolder* g, std::size_t stepsLeft, std::unique_ptr<CLin
 
 } // namespace
 
-bool TraceResultRings(CPathObjectHolder* subjectRing, CPathObjectHolder* clipRing, CLinkedPathObject*& results)
+bool TraceResultRings(CPathObjectHolder* subjectRing, CPathObjectHolder* clipRing, CLinkedPathObject*& results,
+                      CRegionProof & proof)
 {
+    bool areClosed = true;
     std::size_t const holders = CountSteps(subjectRing) + CountSteps(clipRing);
     for (CPathObjectHolder* g = subjectRing->m_Next; g != subjectRing; g = g->m_Next)
     {
@@ -283,6 +298,7 @@ bool TraceResultRings(CPathObjectHolder* subjectRing, CPathObjectHolder* clipRin
         if (ring != nullptr)
         {
             CloseResultRing(ring.get());
+            areClosed = FinishResultRing(ring.get(), proof) && areClosed;
             ring->m_NextRing = results;
             results = ring.release();
         }
@@ -291,7 +307,7 @@ bool TraceResultRings(CPathObjectHolder* subjectRing, CPathObjectHolder* clipRin
             return false;
         }
     }
-    return true;
+    return areClosed;
 }
 
 namespace
