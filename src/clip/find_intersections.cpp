@@ -4,11 +4,12 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <optional>
 
 #include "clip/candidates.h"
 #include "clip/clipper.h"
 #include "clip/ring_position.h"
-#include "numeric/chain_index.h"
+#include "numeric/nearby_pieces.h"
 #include "path/split_helpers.h"
 
 namespace geometry
@@ -66,11 +67,46 @@ std::unique_ptr<CChainIndex> MakeIndex(std::vector<CPathObjectHolder*> const & h
 
 } // namespace
 
+namespace
+{
+
+/// Looks up what is near the objects of some holders in a row, those of runs left out.
+void LookUpBlock(CPathObjectHolder const* first, CNearbyPieces & nearby)
+{
+    CBoundingRect<double> around;
+    std::size_t count = 0;
+    CPathObjectHolder const* holder = first;
+    do
+    {
+        CBoundingRect<double> const & r = holder->GetPathObject()->GetBoundingRect();
+        if (!std::isfinite(r.minX + r.minY) || !std::isfinite(r.maxX + r.maxY))
+        {
+            nearby.LookUpNothing(); // numbers that are none overlap everything
+            return;
+        }
+        if (holder->m_Run == nullptr)
+        {
+            around.Include(r);
+            ++count;
+        }
+        holder = holder->m_Next;
+    } while (count < CNearbyPieces::BlockSize && holder != first);
+    nearby.LookUp(around);
+}
+
+} // namespace
+
 bool NoteCuts(CPathObjectHolder* subject, CPathObjectHolder* clip)
 {
     std::vector<CPathObjectHolder*> const others = HoldersOf(clip);
     CSplitEntryFinder const finder;
     std::unique_ptr<CChainIndex> const index = MakeIndex(others, others.size() * CountHolders(subject));
+    std::optional<CNearbyPieces> nearby;
+    if (index != nullptr)
+    {
+        nearby.emplace(*index);
+    }
+    std::size_t asked = 0;
     bool hasClipPolylineCuts = false;
     bool allTouched = true;
     ForEachHolder(subject,
@@ -91,12 +127,15 @@ bool NoteCuts(CPathObjectHolder* subject, CPathObjectHolder* clip)
                                         CPathObjectBase::eSplitPositionsFound ||
                                     touched;
                           hasClipPolylineCuts = hasClipPolylineCuts || (IsPolyline(b) && b->HasSplitPositions());
-                          return true;
                       };
-                      if (index != nullptr)
+                      if (nearby)
                       {
+                          if (asked++ % CNearbyPieces::BlockSize == 0)
+                          {
+                              LookUpBlock(a, *nearby);
+                          }
                           CBoundingRect<double> const & rect = object.GetBoundingRect();
-                          index->Search([&](CBoundingRect<double> const & r) { return rect.Overlaps(r); }, visit);
+                          nearby->Search([&](CBoundingRect<double> const & r) { return rect.Overlaps(r); }, visit);
                       }
                       for (std::size_t i = 0; index == nullptr && i < others.size(); ++i)
                       {

@@ -6,10 +6,11 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <optional>
 
 #include <geometry/arc/path_object_arc.h>
 
-#include "numeric/chain_index.h"
+#include "numeric/nearby_pieces.h"
 #include "path/segment_kernels.h"
 #include "path/split_helpers.h"
 
@@ -21,7 +22,7 @@ namespace
 
 constexpr std::size_t MinPairsForIndex = 4096; // of segments; below, the loops over all of them are faster
 
-constexpr std::size_t SegmentsInBlock = 8;
+constexpr std::size_t SegmentsInBlock = CNearbyPieces::BlockSize;
 
 /// None of the segments from `first` to before `last` overlaps `rect`: what is around all of them is clearly apart.
 bool IsBlockApart(CBoundingRect<double> const & rect, std::vector<TPoint<double>> const & points, std::size_t first,
@@ -71,17 +72,17 @@ void ForEachSegmentIn(CBoundingRect<double> const & rect, std::vector<TPoint<dou
     }
 }
 
-constexpr std::size_t MaxNearby = 64; // of a block; with more, searches for single segments are better
-
-/// The segments of one polyline that are near those of another, which come in path order: they are looked up for a block
-/// of these at once.
+/// The segments of one polyline that are near those of another, which come in path order.
 class CNearbySegments
 {
 public:
     /// `index`: of the segments, or null.
-    CNearbySegments(std::vector<TPoint<double>> const & points, CChainIndex const* index)
-        : m_Points(points), m_Index(index)
+    CNearbySegments(std::vector<TPoint<double>> const & points, CChainIndex const* index) : m_Points(points)
     {
+        if (index != nullptr)
+        {
+            m_Nearby.emplace(*index);
+        }
     }
 
     /// Calls `visit(k)` for each segment whose rectangle overlaps that of the segment `i` of `others`, in path order.
@@ -89,23 +90,17 @@ public:
     void ForEachAt(std::vector<TPoint<double>> const & others, std::size_t i, Visit const & visit)
     {
         CBoundingRect<double> const rect(others[i], others[i + 1]);
-        if (m_Index != nullptr && i / SegmentsInBlock != m_Block)
+        if (!m_Nearby)
+        {
+            ForEachSegmentIn(rect, m_Points, nullptr, visit);
+            return;
+        }
+        if (i / SegmentsInBlock != m_Block)
         {
             m_Block = i / SegmentsInBlock;
             LookUp(others, i);
         }
-        if (!m_IsFewFound)
-        {
-            ForEachSegmentIn(rect, m_Points, m_Index, visit);
-            return;
-        }
-        for (std::size_t const k : m_Found)
-        {
-            if (rect.Overlaps(m_Index->GetRect(k)))
-            {
-                visit(k);
-            }
-        }
+        m_Nearby->Search([&rect](CBoundingRect<double> const & r) { return rect.Overlaps(r); }, visit);
     }
 
 private:
@@ -116,14 +111,12 @@ private:
         {
             around.Include(others[i]);
         }
-        m_IsFewFound = m_Index->FindOverlapping(around, MaxNearby, m_Found);
+        m_Nearby->LookUp(around);
     }
 
     std::vector<TPoint<double>> const & m_Points;
-    CChainIndex const* m_Index;
+    std::optional<CNearbyPieces> m_Nearby;
     std::size_t m_Block = static_cast<std::size_t>(-1);
-    bool m_IsFewFound = false;        ///< else single searches are better
-    std::vector<std::size_t> m_Found; ///< near the rest of the block
 };
 
 } // namespace

@@ -1,7 +1,7 @@
 // The clipper hands over bare rings. Most are outlines; a ring within another one is a hole of it.
 #include <algorithm>
 
-#include "numeric/chain_index.h"
+#include "numeric/nearby_pieces.h"
 #include "polygon/area.h"
 #include "polygon/booleans.h"
 
@@ -10,9 +10,6 @@ namespace geometry
 
 namespace
 {
-
-constexpr std::size_t RingsInBlock = 8;
-constexpr std::size_t MaxNearby = 64; // of a block; with more, searches for single rings are better
 
 /// A ring, and one around it.
 struct TEnclosed
@@ -34,27 +31,22 @@ public:
     std::vector<TEnclosed> FindEnclosed()
     {
         std::vector<TEnclosed> enclosed;
-        std::vector<std::size_t> nearby;
-        for (std::size_t block = 0; block < m_Rings.size(); block += RingsInBlock)
+        CNearbyPieces nearby(m_Index);
+        for (std::size_t i = 0; i < m_Rings.size(); ++i)
         {
-            std::size_t const end = std::min(block + RingsInBlock, m_Rings.size());
-            CBoundingRect<double> around;
-            for (std::size_t i = block; i < end; ++i)
+            if (i % CNearbyPieces::BlockSize == 0)
             {
-                around.Include(m_Index.GetRect(i));
+                nearby.LookUp(RectOfBlock(i)); // what is around a rectangle overlaps it
             }
-            bool const areFew = m_Index.FindOverlapping(around, MaxNearby, nearby);
-            for (std::size_t i = block; i < end; ++i)
-            {
-                ForEachRectAround(i, areFew ? &nearby : nullptr,
-                                  [&](std::size_t k)
-                                  {
-                                      if (k != i && IsLarger(k, i) && Encloses(*m_Rings[k], *m_Rings[i]))
-                                      {
-                                          enclosed.push_back({i, k});
-                                      }
-                                  });
-            }
+            CBoundingRect<double> const & rect = m_Index.GetRect(i);
+            nearby.Search([&rect](CBoundingRect<double> const & r) { return r.ContainsRect(rect); },
+                          [&](std::size_t k)
+                          {
+                              if (k != i && IsLarger(k, i) && Encloses(*m_Rings[k], *m_Rings[i]))
+                              {
+                                  enclosed.push_back({i, k});
+                              }
+                          });
         }
         return enclosed;
     }
@@ -71,28 +63,14 @@ private:
         return rects;
     }
 
-    /// `nearby`: where to look; null if everywhere.
-    template <typename Visit>
-    void ForEachRectAround(std::size_t i, std::vector<std::size_t> const* nearby, Visit const & visit) const
+    CBoundingRect<double> RectOfBlock(std::size_t i) const
     {
-        auto const isAround = [&](CBoundingRect<double> const & rect) { return rect.ContainsRect(m_Index.GetRect(i)); };
-        if (nearby == nullptr)
+        CBoundingRect<double> around;
+        for (std::size_t const end = std::min(i + CNearbyPieces::BlockSize, m_Rings.size()); i < end; ++i)
         {
-            m_Index.Search(isAround,
-                           [&](std::size_t k)
-                           {
-                               visit(k);
-                               return true;
-                           });
-            return;
+            around.Include(m_Index.GetRect(i));
         }
-        for (std::size_t const k : *nearby)
-        {
-            if (isAround(m_Index.GetRect(k)))
-            {
-                visit(k);
-            }
-        }
+        return around;
     }
 
     /// The area of `k`, which may have a long outline, is asked only if that is needed.
