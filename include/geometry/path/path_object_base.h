@@ -91,11 +91,13 @@ public:
         eNoSplitPositions = 1
     };
 
+    /// Several points take their memory where their list does.
+    using SplitPoints = std::pmr::vector<SplitPoint>;
     /// `first`: start and end vertex of one segment. `second`: the cuts on it by growing distance from its start.
     /// An arc has at most one entry, whose iterators mean nothing.
-    using SplitPoints = std::pmr::vector<SplitPoint>;
     using SplitEntry = std::pair<std::pair<PointIterator, PointIterator>, SplitPoints>;
-    /// The cuts of one object, in the order of its segments. Valid only until the object changes.
+    /// The cuts of one object, in the order of its segments. Valid only until the object changes. Made without a
+    /// memory resource, it uses `new` and `delete`; a clip gives its lists one of its own.
     using SplitPositionList = std::pmr::list<SplitEntry>;
 
     /// `first`: a new object, owned by whoever holds the vector of pieces. `second`: how the piece begins: bit 0, at
