@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "numeric/chain_index.h"
+#include "polygon/merge.h"
 #include "polygon/target_holes.h"
 #include "polygon/waiting_polygons.h"
 #include "support/builders.h"
@@ -57,6 +58,26 @@ TEST(MergeParts, PolygonsThatWaitAreFoundWhereTheyStand)
         EXPECT_TRUE(waiting.IsEmpty() && std::find(all.begin(), all.end(), nullptr) == all.end());
     }
     SetIndexUse(EIndexUse::eWhenItPays);
+}
+
+TEST(MergeParts, MergingAllIsMergingTheFirstWithTheOthers)
+{
+    CShapeGenerator random(6);
+    for (int i = 0; i < 100; ++i)
+    {
+        OwningPolygonVector all, merged, expected;
+        for (int n = random.Int(1, 90); n > 0; --n)
+            PushPolygon(all,
+                        MakePolygon(Mapped(random.Any(), 1, 0, random.Int(0, 16) * 1024, random.Int(0, 16) * 1024)));
+        std::unique_ptr<CPolygonClipBase<double>> const clipper(CreateClipper());
+        MergePolygonRange(*all[0], expected, PolygonRange(all.begin() + 1, all.end()), *clipper);
+        MergeAll(all, merged, *clipper);
+        std::string texts[2];
+        for (std::size_t k = 0; k < expected.size() || k < merged.size(); ++k)
+            texts[0] += k < expected.size() ? PrintShape(ShapeOf(*expected[k])) : "",
+                texts[1] += k < merged.size() ? PrintShape(ShapeOf(*merged[k])) : "";
+        ASSERT_EQ(texts[0], texts[1]) << i;
+    }
 }
 
 TEST(MergeParts, HolesKeepTheirOrderWhenSomeAreReplaced)

@@ -28,10 +28,11 @@ struct CCountedInfo : CPathObjectBase::CUserInfoInterface
     CUserInfoInterface* Clone() const override
     {
         if (isBroken && this_thread::get_id() != thread::id()) throw std::runtime_error("no copy");
+        ++cloned;
         return new CCountedInfo;
     }
     CUserInfoInterface* CloneForMerge(CPathObjectBase const*, CPathObjectBase const*) const override { return Clone(); }
-    static inline std::atomic<long> alive{0};
+    static inline std::atomic<long> alive{0}, cloned{0};
     static inline std::atomic<bool> isBroken{false};
 };
 
@@ -52,15 +53,20 @@ struct TBoard
 };
 
 /// The result, bit by bit, and how many clips came to nothing; empty if it failed.
-std::string Subtract(TBoard const & board, unsigned int workers)
+std::string Subtract(CPolygon const & subject, PolygonRange const & cutters, unsigned int workers)
 {
     auto const gaveUp = CPolygonClipBase<double>::GetGaveUpCount();
     OwningPolygonVector result;
-    if (!board.subject.SubtractPolygons(result, board.Range(), workers)) return result.empty() ? "" : "not empty";
+    if (!subject.SubtractPolygons(result, cutters, workers)) return result.empty() ? "" : "not empty";
     std::string text = std::to_string(CPolygonClipBase<double>::GetGaveUpCount() - gaveUp) + " gave up";
     for (CPolygon const* polygon : result)
         text += '\n' + PrintShape(ShapeOf(*polygon));
     return text;
+}
+
+std::string Subtract(TBoard const & board, unsigned int workers)
+{
+    return Subtract(board.subject, board.Range(), workers);
 }
 
 /// What is wrong with the result: also vertices at a tile border that are on no outline of the input.
@@ -187,6 +193,28 @@ TEST(SubtractTiles, RandomBoardsAreExactAndTheSameWithAnyNumberOfWorkers)
         undecided += isDecided ? 0 : 1;
     }
     EXPECT_LE(undecided, 9) << "shapes lie on tile borders on purpose: some clips give up, and the count tells";
+}
+
+TEST(SubtractTiles, PolygonsGivenTwiceCountAsTwo)
+{
+    for (unsigned int seed = 0; seed < 20; ++seed)
+    {
+        auto const board = MakeBoard(seed);
+        TBoard copies(board->subject, 0);
+        PolygonRange repeated;
+        for (CPolygon const* cutter : board->cutters)
+            for (std::size_t n = 0; n < 1 + repeated.size() % 3; ++n)
+                copies.Add(*cutter), repeated.push_back(cutter);
+        ASSERT_EQ(Subtract(board->subject, repeated, 2), Subtract(copies, 1)) << seed;
+    }
+}
+
+TEST(SubtractTiles, UserInfosAreClonedAsOftenAsTheyAlwaysWere)
+{
+    auto const board = MakeSmallBoard();
+    long const before = CCountedInfo::cloned;
+    Subtract(*board, 1);
+    EXPECT_EQ(CCountedInfo::cloned - before, 1851);
 }
 
 TEST(SubtractTiles, RequestToStopAtAnyMomentEndsAllWorkersAndStaysPending)

@@ -25,12 +25,43 @@ struct TIndexUse
     ~TIndexUse() { SetIndexUse(EIndexUse::eWhenItPays); }
 };
 
-/// All results as text with every digit, and how many attempts the outlines took.
-std::string Fingerprint(Shape const & first, Shape const & second, EIndexUse use)
+/// Notes what it is asked for, and of which objects.
+struct CNotedInfo : CPathObjectBase::CUserInfoInterface
+{
+    CNotedInfo(std::size_t number, std::ostream & calls) : m_Number(number), m_Calls(calls) {}
+    CUserInfoInterface* Clone() const override
+    {
+        m_Calls << " c" << m_Number;
+        return new CNotedInfo(*this);
+    }
+    CUserInfoInterface* CloneForMerge(CPathObjectBase const* first, CPathObjectBase const* second) const override
+    {
+        m_Calls << " m" << m_Number << std::hexfloat;
+        for (auto const & p :
+             {first->GetStartPoint(), first->GetEndPoint(), second->GetStartPoint(), second->GetEndPoint()})
+            m_Calls << ' ' << p.x << ',' << p.y;
+        return new CNotedInfo(*this);
+    }
+
+    std::size_t m_Number;
+    std::ostream & m_Calls;
+};
+
+/// Gives such a user info to every `step`th path object; 0: to none.
+void Note(CPolygon const & polygon, std::size_t step, std::ostream & calls)
+{
+    for (std::size_t i = 0; step != 0 && i < polygon.GetOutline().size(); i += step)
+        polygon.GetOutline()[i]->SetUserInfo(new CNotedInfo(i, calls));
+}
+
+/// All results as text with every digit, how many attempts the outlines took, and the calls of user infos.
+std::string Fingerprint(Shape const & first, Shape const & second, EIndexUse use, std::size_t noted)
 {
     TIndexUse const guard(use);
     auto const a = MakePolygon(first), b = MakePolygon(second);
     std::string text;
+    std::ostringstream calls;
+    Note(*a, noted, calls), Note(*b, noted, calls);
     using Operation = bool (CPolygon::*)(std::vector<CPolygon*> &, CPolygon const &) const;
     for (Operation const operation : {&CPolygon::SubtractPolygon, &CPolygon::IntersectPolygon, &CPolygon::MergePolygon})
     {
@@ -48,7 +79,7 @@ std::string Fingerprint(Shape const & first, Shape const & second, EIndexUse use
         TPoint<double> const p = a->GetOutline().front()->GetInbetweenPoint();
         text += b->PointInPolygon(p.x + i * 512, p.y) ? '1' : '0';
     }
-    return text;
+    return text + calls.str();
 }
 
 using Make = Shape (*)(CShapeGenerator & generator);
@@ -131,22 +162,28 @@ TEST(IndexProperty, ResultsAreThoseOfThePlainLoops)
         Shape const first = make(generator);
         Shape const second = i % 7 == 0 ? generator.Disguised(first) : make(generator);
         auto const all = [&](EIndexUse use)
-        { return Stages(*MakePolygon(first), *MakePolygon(second), use) + Fingerprint(first, second, use); };
+        {
+            return Stages(*MakePolygon(first), *MakePolygon(second), use) +
+                   Fingerprint(first, second, use, i % 11 < 5 ? static_cast<std::size_t>(i % 11) : 0);
+        };
         ASSERT_EQ(all(EIndexUse::eNever), all(EIndexUse::eAlways))
             << "\n  A " << PrintShape(first) << "\n  B " << PrintShape(second);
     }
 }
 
-/// What many shapes come to: all in one, taken away from one, and the first one's outline as a band.
-std::string FingerprintOfMany(std::vector<Shape> const & shapes, EIndexUse use)
+/// What many shapes come to: all in one, taken away from one, and the first one's outline as a band; with the calls of the
+/// user infos that every `noted`th shape has.
+std::string FingerprintOfMany(std::vector<Shape> const & shapes, EIndexUse use, std::size_t noted)
 {
     TIndexUse const guard(use);
+    std::ostringstream calls;
     std::vector<std::unique_ptr<CPolygon>> polygons;
     std::vector<CPolygon const*> range;
     for (Shape const & shape : shapes)
     {
         polygons.push_back(MakePolygon(shape));
         range.push_back(polygons.back().get());
+        Note(*polygons.back(), noted != 0 && polygons.size() % noted == 0 ? 2 : 0, calls);
     }
     std::string text;
     SelfDestructingContainer<std::vector<CPolygon*>> merged, left, grown;
@@ -157,7 +194,7 @@ std::string FingerprintOfMany(std::vector<Shape> const & shapes, EIndexUse use)
     for (auto const* result : {&merged, &left, &grown})
         for (CPolygon const* polygon : *result)
             text += '\n' + PrintShape(ShapeOf(*polygon));
-    return text;
+    return text + calls.str();
 }
 
 TEST(IndexProperty, LargeOutlinesGrowAsInThePlainLoops)
@@ -173,7 +210,10 @@ TEST(IndexProperty, LargeOutlinesGrowAsInThePlainLoops)
             shape = Mapped(shape, 1, 0, generator.Int(0, room) * CShapeGenerator::Unit,
                            generator.Int(0, room) * CShapeGenerator::Unit);
         }
-        ASSERT_EQ(FingerprintOfMany(shapes, EIndexUse::eNever), FingerprintOfMany(shapes, EIndexUse::eAlways)) << i;
+        std::size_t const noted = i % 3 == 0 ? 1 + shapes.size() % 9 : 0;
+        ASSERT_EQ(FingerprintOfMany(shapes, EIndexUse::eNever, noted),
+                  FingerprintOfMany(shapes, EIndexUse::eAlways, noted))
+            << i;
     }
 }
 
