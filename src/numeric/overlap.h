@@ -30,7 +30,7 @@ inline CBoundingRect<double> WithToleranceRoom(CBoundingRect<double> rect)
 inline bool OverlapPlainly(CBoundingRect<double> const & a, CBoundingRect<double> const & b)
 {
     bool const isApartInX = (static_cast<int>(a.maxX < b.minX) | static_cast<int>(a.minX > b.maxX)) != 0;
-    return !isApartInX && a.maxY >= b.minY && a.minY <= b.maxY;
+    return !isApartInX && !(a.maxY < b.minY) && !(a.minY > b.maxY); // numbers that are none overlap everything
 }
 
 } // namespace geometry

@@ -12,8 +12,8 @@ namespace geometry
 {
 
 /// The entries of one list: the one found last, since the next one is mostly near it, and, once that wasn't so a few
-/// times, a table by their segments, which are counted from the end of the path. Above it a pyramid of bits, one for 64 of the level
-/// below, tells which are there.
+/// times, a table by their segments, which are counted from the end of the path. Above it a pyramid of bits, one for 64
+/// of the level below, tells which are there.
 class CSplitEntryPlaces
 {
 public:

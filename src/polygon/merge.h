@@ -60,8 +60,9 @@ enum class EMergeStop
     eWhenAsked
 };
 
-/// Unites the polygons of `group`, starting from the one that `order` says, and appends the merged ones to `result`; `group` is empty
-/// afterwards. Polygons that one passed over before it was swallowed by another aren't offered to that one again.
+/// Unites the polygons of `group`, starting from the one that `order` says, and appends the merged ones to `result`;
+/// `group` is empty afterwards. Polygons that one passed over before it was swallowed by another aren't offered to that
+/// one again.
 MergeOutcome DoMergeCore(PolygonVector & group, PolygonVector & result, Clipper & clipper, EMergeOrder order,
                          EMergeStop stop = EMergeStop::eNever);
 

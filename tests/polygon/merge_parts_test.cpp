@@ -2,8 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <utility>
+#include <vector>
 
 #include "numeric/chain_index.h"
+#include "polygon/booleans.h"
 #include "polygon/merge.h"
 #include "polygon/target_holes.h"
 #include "polygon/waiting_polygons.h"
@@ -29,6 +32,34 @@ std::unique_ptr<CPolygon> RandomPolygon(CShapeGenerator & random)
 {
     CBoundingRect<double> const r = RandomRect(random);
     return std::make_unique<CPolygon>(RectLine(r.minX, r.minY, r.maxX, r.maxY).release());
+}
+
+TEST(MergeParts, RingsInAnyOrderAreNestedByWhatIsAroundThem)
+{
+    CShapeGenerator random(5);
+    std::vector<std::pair<double, double>> places; // x of the middle, half the width: solid, hole, solid
+    for (int i = 0; i < 30; ++i)
+    {
+        for (double const half : {45.0, 30.0, 15.0})
+            places.emplace_back(100.0 * i, half);
+    }
+    for (int round = 0; round < 20; ++round)
+    {
+        OwningPolygonVector rings;
+        for (std::size_t i = places.size(); i-- > 0;)
+        {
+            std::swap(places[i], places[static_cast<std::size_t>(random.Int(0, static_cast<int>(i)))]);
+            auto const [x, half] = places[i];
+            PushPolygon(rings, std::make_unique<CPolygon>(RectLine(x - half, -half, x + half, half).release()));
+        }
+        NestRings(rings);
+        ASSERT_EQ(rings.size(), 60U);
+        for (CPolygon const* ring : rings)
+        {
+            double const width = ring->GetBoundingRect().maxX - ring->GetBoundingRect().minX;
+            ASSERT_EQ(ring->GetArea(), width > 40.0 ? 90.0 * 90.0 - 60.0 * 60.0 : 30.0 * 30.0);
+        }
+    }
 }
 
 TEST(MergeParts, PolygonsThatWaitAreFoundWhereTheyStand)

@@ -139,7 +139,8 @@ public:
     // --- merge: src/polygon/merge_range.cpp ---
 
     /// The region that belongs to one of the two or both: one polygon if they meet in more than single points, else
-    /// copies of both, that of this polygon first. What the union encloses without covering it is a hole. Rules of the booleans above.
+    /// copies of both, that of this polygon first. What the union encloses without covering it is a hole. Rules of the
+    /// booleans above.
     bool MergePolygon(std::vector<CPolygon*> & result, CPolygon const & other) const;
     /// Unites all of `polygons` (not owned; null and empty ones are passed over) into the fewest polygons, whatever
     /// their order; a polygon in a hole of another, or that meets others in single points only, stays by itself. Rules
