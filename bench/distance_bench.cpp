@@ -1,5 +1,5 @@
-// Where a point lies and how far two polygons are apart, for outlines of n vertices, most with a hole of n vertices: waves
-// around a circle. They are one polyline each, single segments, or segments and arcs by turns.
+// Where a point lies and how far two polygons are apart, for outlines of n vertices, most with a hole of n vertices:
+// waves around a circle. They are one polyline each, single segments, or segments and arcs by turns.
 
 #include <benchmark/benchmark.h>
 

@@ -1,5 +1,5 @@
-// Copper pours: a board less all the tracks, pads and vias on it, of n made-up shapes each, with 1 worker and with 2. The
-// board grows with n, so that it stays as full as it is; larger ones have more tiles to share out.
+// Copper pours: a board less all the tracks, pads and vias on it, of n made-up shapes each, with 1 worker and with 2.
+// The board grows with n, so that it stays as full as it is; larger ones have more tiles to share out.
 
 #include <benchmark/benchmark.h>
 

@@ -1,5 +1,5 @@
-// Prints a table (markdown) of all workloads that have a title: times of truearc and of the libraries that it is built to
-// be compared with, on the same input in turns, and whether the targets are met.
+// Prints a table (markdown) of all workloads that have a title: times of truearc and of the libraries that it is built
+// to be compared with, on the same input in turns, and whether the targets are met.
 // Usage: truearc_table [--quick] [--only TEXT]: without the largest sizes; only series with TEXT in their names.
 
 #include "peers/peers.h"

@@ -63,8 +63,8 @@ inline CPoint CircleCentre(CPoint const & a, CPoint const & b, CPoint const & c)
     return {a.x + (cy * bb - by * cc) / d, a.y + (bx * cc - cx * bb) / d};
 }
 
-/// Whether `middle` bulges less than 0.1 um out of the chord from `a` to `b`: the circle of such an arc would be as large
-/// as the rounding of its points happens to make it.
+/// Whether `middle` bulges less than 0.1 um out of the chord from `a` to `b`: the circle of such an arc would be as
+/// large as the rounding of its points happens to make it.
 inline bool IsFlat(CPoint const & a, CPoint const & middle, CPoint const & b)
 {
     return std::fabs(Cross(a, middle, b)) < 100.0 * Distance(a, b);

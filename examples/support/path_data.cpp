@@ -39,7 +39,8 @@ CPoint FindCentre(CPoint const & start, CPoint const & end, double radius, bool 
     double const chord = std::hypot(dx, dy);
     double const half = 0.5 * chord;
     double const noise = 8.0 * std::numeric_limits<double>::epsilon() * (radius + LargestCoordinate(start, end));
-    // Within the rounding of the coordinates it is a half circle, and a radius that doesn't reach grows until it is one.
+    // Within the rounding of the coordinates it is a half circle, and a radius that doesn't reach grows until it is
+    // one.
     double const height = radius - half > noise ? std::sqrt((radius - half) * (radius + half)) : 0.0;
     double const side = left ? height : -height;
     return {0.5 * (start.x + end.x) - side * dy / chord, 0.5 * (start.y + end.y) + side * dx / chord};

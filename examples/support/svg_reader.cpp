@@ -1,5 +1,5 @@
-// Reads an SVG file: the outlines of each <path> become polygons, and those that lie inside others become holes of them.
-// The polygons are built through the public interface: runs of segments become polylines, arcs stay arcs.
+// Reads an SVG file: the outlines of each <path> become polygons, and those that lie inside others become holes of
+// them. The polygons are built through the public interface: runs of segments become polylines, arcs stay arcs.
 
 #include "svg_reader.h"
 

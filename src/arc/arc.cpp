@@ -194,7 +194,8 @@ bool CPathObjectArc::Accept(CPathObjectVisitor & visitor)
     return visitor.VisitArc(*this);
 }
 
-// The polygon start, mid-point, end, centre has the sense of the sweep, whatever its size: its area gives the direction.
+// The polygon start, mid-point, end, centre has the sense of the sweep, whatever its size: its area gives the
+// direction.
 EArcDirection CPathObjectArc::GetDirection() const
 {
     if (EArcDirection const known = m_Direction; known != eDirectionUnknown || !IsValid())

@@ -30,8 +30,9 @@ double CPathObjectArc::SquareDistanceToPoint(double x, double y, TPoint<double> 
     return result;
 }
 
-/// The kernels solve a line through the centre and `x`: where that isn't nearly parallel to an axis, in coordinates like
-/// these, the points found are on the circle but for less than 1e-4, and one of them is on the way to a point outside.
+/// The kernels solve a line through the centre and `x`: where that isn't nearly parallel to an axis, in coordinates
+/// like these, the points found are on the circle but for less than 1e-4, and one of them is on the way to a point
+/// outside.
 bool IsClearlyFarther(CPathObjectArc const & arc, TPoint<double> const & x, double distance)
 {
     constexpr double LargestCoordinate = 4e9;

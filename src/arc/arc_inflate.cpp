@@ -1,5 +1,5 @@
-// Inflating an arc: a ring sector with round ends, made of arcs again. A full circle becomes a ring or a disc. Where the
-// round ends reach each other, the sector and two discs about its ends are merged.
+// Inflating an arc: a ring sector with round ends, made of arcs again. A full circle becomes a ring or a disc. Where
+// the round ends reach each other, the sector and two discs about its ends are merged.
 #include <memory>
 
 #include <geometry/arc/path_object_arc.h>

@@ -1,8 +1,9 @@
 // Circles against circles, lines and segments.
 //
-// Circles: apart, inside and touching are told from the distance of the centres before anything is solved; two crossings
-// are a foot point on the line of the centres and an offset across it. Lines: horizontal and vertical ones are solved
-// on their own with tolerance at the extremes of the circle, a general line by its slope, along its longer axis.
+// Circles: apart, inside and touching are told from the distance of the centres before anything is solved; two
+// crossings are a foot point on the line of the centres and an offset across it. Lines: horizontal and vertical ones
+// are solved on their own with tolerance at the extremes of the circle, a general line by its slope, along its longer
+// axis.
 #include "arc/circle_kernels.h"
 
 #include <algorithm>

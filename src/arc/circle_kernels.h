@@ -75,8 +75,8 @@ void ExtendSegment(TPoint<double> & a, TPoint<double> & b, double da, double db)
 ECirclePair IntersectCircleCircle(TPoint<double> const & c1, double r1, TPoint<double> const & c2, double r2,
                                   CrossingPoints & out);
 
-/// The points of the infinite line through `l0` and `l1` on the circle. Axis-parallel lines touch with tolerance, others
-/// only exactly. Two equal points stand for the horizontal line.
+/// The points of the infinite line through `l0` and `l1` on the circle. Axis-parallel lines touch with tolerance,
+/// others only exactly. Two equal points stand for the horizontal line.
 ELineMeeting IntersectCircleLine(TPoint<double> const & c, double r, TPoint<double> const & l0,
                                  TPoint<double> const & l1, CrossingPoints & out);
 

@@ -67,8 +67,9 @@ double SquareDistanceCircleToCentre(TPoint<double> const & c, double r, TPoint<d
     return Square(d - r);
 }
 
-/// The nearest pair of two circles, one inside the other, on the line of the centres `l0`, `l1`. About one common centre
-/// all directions are as near: the second point of both circles then, lest rounding takes points on opposite sides.
+/// The nearest pair of two circles, one inside the other, on the line of the centres `l0`, `l1`. About one common
+/// centre all directions are as near: the second point of both circles then, lest rounding takes points on opposite
+/// sides.
 void FindNestedPair(TPoint<double> const & innerCentre, double innerRadius, TPoint<double> const & outerCentre,
                     double outerRadius, TPoint<double> const & l0, TPoint<double> const & l1, TPoint<double> & onInner,
                     TPoint<double> & onOuter)

@@ -9,9 +9,9 @@
 namespace geometry
 {
 
-/// Distances to the object are computed for points in `rect`, but for rounding and the comparisons with tolerance, which
-/// both go by the largest coordinate of the two partners. Two arcs about nearly the same centre are the exception: the
-/// nearest points of their circles may be taken on opposite sides.
+/// Distances to the object are computed for points in `rect`, but for rounding and the comparisons with tolerance,
+/// which both go by the largest coordinate of the two partners. Two arcs about nearly the same centre are the
+/// exception: the nearest points of their circles may be taken on opposite sides.
 struct TDistanceReach
 {
     CBoundingRect<double> rect{-DBL_MAX, -DBL_MAX, DBL_MAX, DBL_MAX}; ///< everything if nothing can be told

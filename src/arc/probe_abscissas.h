@@ -28,8 +28,8 @@ bool IsSteadyArc(CPathObjectArc const & arc);
 bool IsSteadyArc(CPathObjectArc const & arc, TArcReading const & reading);
 
 /// The abscissas of arcs near which rounding decides: those of their ends and of the left and right end of their
-/// circles. Anywhere else the ray upward from a point below the arc crosses it an odd number of times if its ends lie on
-/// different sides, and else an even number of times, as any curve, and the computation comes to the same.
+/// circles. Anywhere else the ray upward from a point below the arc crosses it an odd number of times if its ends lie
+/// on different sides, and else an even number of times, as any curve, and the computation comes to the same.
 class CProbeAbscissas
 {
 public:

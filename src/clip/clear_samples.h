@@ -32,9 +32,9 @@ bool IsWhollyOnSide(CPathObjectHolder const* ring, CPathObjectHolder const* othe
 /// differ by many units in the last place.
 bool HasMisreadArc(CPathObjectHolder const* ring);
 
-/// What the regions of the two rings say of a few points, to be compared with the result, which is traced from the rings
-/// and may use them up. Catches what no sample of an outline can: outlines that agree nearly everywhere, where the inside
-/// and the outside of everything may be taken for each other.
+/// What the regions of the two rings say of a few points, to be compared with the result, which is traced from the
+/// rings and may use them up. Catches what no sample of an outline can: outlines that agree nearly everywhere, where
+/// the inside and the outside of everything may be taken for each other.
 class CRegionProof
 {
 public:
@@ -44,8 +44,8 @@ public:
 
     /// A ring of the result; they count even-odd.
     void Count(CLinkedPathObject const* ring);
-    /// The result agrees with `isMember(inSubject, inClip)` at those points that are well away from both rings. Where the
-    /// fold doesn't tell, it fails.
+    /// The result agrees with `isMember(inSubject, inClip)` at those points that are well away from both rings. Where
+    /// the fold doesn't tell, it fails.
     bool Holds() const;
 
 private:

@@ -98,9 +98,9 @@ enum class EIntersectionOutcome
 };
 
 /// Notes the cuts of every pair of objects in the lists of their holders. True if every holder of the subject ring was
-/// touched; for a polyline that also means: the lists of a pair weren't empty after its turn. Pairs whose rectangles are
-/// apart have no cuts and are passed over if there is an index, but for a polyline they still count as touched once the
-/// other's list holds anything.
+/// touched; for a polyline that also means: the lists of a pair weren't empty after its turn. Pairs whose rectangles
+/// are apart have no cuts and are passed over if there is an index, but for a polyline they still count as touched once
+/// the other's list holds anything.
 bool NoteCuts(CPathObjectHolder* subject, CPathObjectHolder* clip);
 
 /// Cuts both closed rings at all their crossings, a holder a piece, and links the two holders of each crossing.
@@ -152,8 +152,8 @@ void CloseResultRing(CLinkedPathObject* ring);
 /// Counts a result ring for `proof` and cleans it, while it is at hand. False if it doesn't end where it starts.
 bool FinishResultRing(CLinkedPathObject* ring, CRegionProof & proof);
 
-/// Every folded run of the subject stands once in the result rings, if `isSubjectKept`, or none does; and none begins or
-/// ends a ring.
+/// Every folded run of the subject stands once in the result rings, if `isSubjectKept`, or none does; and none begins
+/// or ends a ring.
 bool AreRunsInPlace(CLinkedPathObject const* results, CFold const & fold, bool isSubjectKept);
 
 /// Cleans every object of every ring of the chain.

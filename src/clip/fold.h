@@ -1,5 +1,5 @@
-// A large outline against a small one: most of its path objects are nowhere near, and come out of a clip as they went in.
-// Folded, a run of such objects stands in the ring as one holder, and in the result rings as one element, until the
+// A large outline against a small one: most of its path objects are nowhere near, and come out of a clip as they went
+// in. Folded, a run of such objects stands in the ring as one holder, and in the result rings as one element, until the
 // objects themselves move into the result. What a clip asks of them all - on which side of the outline a point near the
 // small one lies - is answered by those above that place.
 #pragma once
@@ -29,9 +29,9 @@ struct TFoldedRun
 class CFold
 {
 public:
-    /// The outline of `polygon` folded for a clip with `other`, moved by `shift` or, with a null, as it is; null if that
-    /// doesn't pay, or no facts of its outline are kept. `polygon` must outlive it.
-    /// Facts of the outline of `polygon` may serve.
+    /// The outline of `polygon` folded for a clip with `other`, moved by `shift` or, with a null, as it is; null if
+    /// that doesn't pay, or no facts of its outline are kept. `polygon` must outlive it. Facts of the outline of
+    /// `polygon` may serve.
     static bool MayFold(CPolygon const & polygon);
     static std::unique_ptr<CFold> Make(CPolygon const & polygon, CPolygon const & other, TPoint<double> const* shift);
 

@@ -223,7 +223,8 @@ std::unique_ptr<CPolygon> TakePlainRing(CLinkedPathObject* ring)
     return objects.empty() ? nullptr : MakePolygonFrom(std::move(objects));
 }
 
-/// The runs whose objects polygons of the result have taken over. When it goes, the outline that they come from goes, too.
+/// The runs whose objects polygons of the result have taken over. When it goes, the outline that they come from goes,
+/// too.
 class CTakenRuns
 {
 public:

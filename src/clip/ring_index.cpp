@@ -195,8 +195,8 @@ void CRingIndex::Focus(CPathObjectHolder const* ring, CBoundingRect<double> cons
     }
 }
 
-/// What is passed or taken for the whole rectangle is so for each point in it. Where much is left, the search for single
-/// points is better.
+/// What is passed or taken for the whole rectangle is so for each point in it. Where much is left, the search for
+/// single points is better.
 void CRingIndex::LookUp(CChainIndex const & index, CBoundingRect<double> const & rect)
 {
     m_Focus = rect;

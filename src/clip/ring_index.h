@@ -17,13 +17,13 @@ namespace geometry
 {
 
 /// Serves one ring for one run, from the moment that its objects are cut. The holders know it; bridges that come later
-/// answer through it, too. A point may lie on a bridge and not on the objects beside it: these begin at its point within
-/// tolerance only.
+/// answer through it, too. A point may lie on a bridge and not on the objects beside it: these begin at its point
+/// within tolerance only.
 class CRingIndex
 {
 public:
-    /// Makes `ring` answer through this index. The index must live as long as the ring is asked, and so must `fold`, which
-    /// answers for the folded runs of the ring; null if there are none.
+    /// Makes `ring` answer through this index. The index must live as long as the ring is asked, and so must `fold`,
+    /// which answers for the folded runs of the ring; null if there are none.
     void Serve(CPathObjectHolder* ring, CFold* fold);
     /// A bridge was linked into the ring, which must live as long as the ring is asked.
     void AddBridge(CPathObjectBase const & bridge);

@@ -1,6 +1,6 @@
-// Tracing: walks the marked rings, changing ring at each intersection, and collects the objects passed into result rings:
-// pieces themselves, and clones of what isn't cut. Each object goes in at the head, so a result ring runs against the walk;
-// pieces of one kind that meet become one object.
+// Tracing: walks the marked rings, changing ring at each intersection, and collects the objects passed into result
+// rings: pieces themselves, and clones of what isn't cut. Each object goes in at the head, so a result ring runs
+// against the walk; pieces of one kind that meet become one object.
 #include <memory>
 #include <utility>
 
@@ -203,8 +203,8 @@ void CleanupResultRings(CLinkedPathObject* results)
 namespace
 {
 
-/// The objects that `holder` stands for, at the head of `ring`. A piece that only the holder has goes there itself: a walk
-/// passes each holder once. One with a user info is cloned, as its owner may count the clones.
+/// The objects that `holder` stands for, at the head of `ring`. A piece that only the holder has goes there itself: a
+/// walk passes each holder once. One with a user info is cloned, as its owner may count the clones.
 void AppendHolderToResultRing(CPathObjectHolder* holder, std::unique_ptr<CLinkedPathObject> & ring, bool reverse)
 {
     if (holder->m_Run == nullptr)

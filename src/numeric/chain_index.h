@@ -1,7 +1,7 @@
-// A search tree over the rectangles of consecutive pieces of a chain: the segments of a polyline, the objects of a ring.
-// Neighbours in a chain are neighbours in the plane, so no sorting is needed: each node holds the rectangle around
-// eight consecutive ones of the level below. A search passes over whole nodes and finds the pieces in chain order, which
-// is what lets it stand in for a loop over all of them. Building costs less than a single such loop does.
+// A search tree over the rectangles of consecutive pieces of a chain: the segments of a polyline, the objects of a
+// ring. Neighbours in a chain are neighbours in the plane, so no sorting is needed: each node holds the rectangle
+// around eight consecutive ones of the level below. A search passes over whole nodes and finds the pieces in chain
+// order, which is what lets it stand in for a loop over all of them. Building costs less than a single such loop does.
 #pragma once
 
 #include <algorithm>
@@ -37,8 +37,8 @@ public:
     };
 
     /// Walks the pieces in chain order, as `classify` says of the rectangles around them: calls `visit(i)` for each
-    /// piece to be looked at, until it answers false, and `take(first, last)` for ranges to be taken. A rectangle around
-    /// another one must not be passed where that one isn't.
+    /// piece to be looked at, until it answers false, and `take(first, last)` for ranges to be taken. A rectangle
+    /// around another one must not be passed where that one isn't.
     template <typename Classify, typename Visit, typename Take>
     void Walk(Classify const & classify, Visit const & visit, Take const & take) const
     {
@@ -78,8 +78,8 @@ public:
              [](std::size_t, std::size_t) {});
     }
 
-    /// The pieces whose rectangles overlap `rect`, in chain order: one look-up for several searches in it. False if there
-    /// are more than `most`; then the first ones are in `found`.
+    /// The pieces whose rectangles overlap `rect`, in chain order: one look-up for several searches in it. False if
+    /// there are more than `most`; then the first ones are in `found`.
     bool FindOverlapping(Rect const & rect, std::size_t most, std::vector<std::size_t> & found) const
     {
         found.clear();
@@ -170,7 +170,8 @@ inline bool IsIndexable(TPoint<double> const & point)
     return isInRange(point.x) && isInRange(point.y);
 }
 
-/// When fast ways by an index are taken instead of the plain loops that give the same. For tests, which compare the two.
+/// When fast ways by an index are taken instead of the plain loops that give the same. For tests, which compare the
+/// two.
 enum class EIndexUse
 {
     eNever,

@@ -1,5 +1,5 @@
-// Searches of a chain index that come in the order of another chain, whose neighbours are near each other: what is near a
-// few of them is looked up at once.
+// Searches of a chain index that come in the order of another chain, whose neighbours are near each other: what is near
+// a few of them is looked up at once.
 #pragma once
 
 #include <cstddef>

@@ -21,7 +21,8 @@ std::uint32_t PlaceBetween(double low, double high, double value)
     return place > 0.0 ? static_cast<std::uint32_t>(std::min(place, largest)) : 0;
 }
 
-/// The places of the lower left corner along both axes, bit by bit in turns: places with near codes are near each other.
+/// The places of the lower left corner along both axes, bit by bit in turns: places with near codes are near each
+/// other.
 std::uint32_t CodeOf(Rect const & rect, Rect const & bounds)
 {
     std::uint32_t const x = PlaceBetween(bounds.minX, bounds.maxX, rect.minX);

@@ -1,5 +1,5 @@
-// A search tree over rectangles that stand in no order: neighbours in the plane are put in a row, and the row is indexed
-// like any chain.
+// A search tree over rectangles that stand in no order: neighbours in the plane are put in a row, and the row is
+// indexed like any chain.
 #pragma once
 
 #include <cstdint>

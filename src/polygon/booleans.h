@@ -23,8 +23,8 @@ EClipResult DoIntersectCore(PolygonVector & work, PolygonRange const & range, Cl
 /// Empties `result`, deleting, and fills it with `polygon` cut down to what it shares with all of `range`.
 bool IntersectPolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range);
 
-/// The same for one rectangle and a polygon without user info, of which facts are kept: only what is near the rectangle is
-/// copied.
+/// The same for one rectangle and a polygon without user info, of which facts are kept: only what is near the rectangle
+/// is copied.
 bool IntersectWithRectangle(CPolygon const & polygon, PolygonVector & result, CPolygon const & rectangle);
 
 /// Empties `result`, deleting, and fills it with the symmetric difference of `polygon` and the one in `range`.

@@ -1,6 +1,6 @@
 // Read-only questions about a point or another polygon. Containment rests on the parity of upward probe crossings,
-// which the path objects count by a half-open rule. Of many objects an index, or what is known of them, tells those that
-// can be crossed.
+// which the path objects count by a half-open rule. Of many objects an index, or what is known of them, tells those
+// that can be crossed.
 #include <geometry/polygon/polygon.h>
 
 #include <algorithm>

@@ -333,9 +333,9 @@ struct NearestToPolygon
     }
 
     /// The first of the objects of `polygon` that are nearest to `other`. False: no index tells. Objects that start in
-    /// `other` may lie in its area or reach its holes, and are asked one by one; for all others its outline decides. The
-    /// loop passes over pairs of a solid `other` that are too far apart: if it did so with the nearest pair, whose object
-    /// answers a larger distance then, the loop has to tell.
+    /// `other` may lie in its area or reach its holes, and are asked one by one; for all others its outline decides.
+    /// The loop passes over pairs of a solid `other` that are too far apart: if it did so with the nearest pair, whose
+    /// object answers a larger distance then, the loop has to tell.
     bool FindNearestObject(CPolygon const & polygon, std::size_t & found) const
     {
         COutlineIndex const* const mine = CPolygonInternals::FindOutlineIndex(polygon, true);

@@ -411,7 +411,8 @@ void CMerger::KeepHolesWithin(PolygonVector & holes) const
     }
 }
 
-/// Puts the holes of the candidate before those of the target, and what is left of these, nulls left out, in their place.
+/// Puts the holes of the candidate before those of the target, and what is left of these, nulls left out, in their
+/// place.
 void CMerger::EditHoles(Candidate & candidate)
 {
     if (candidate.firstLost != NoHole)

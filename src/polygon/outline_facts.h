@@ -1,6 +1,6 @@
-// What is known of each path object of an outline, so that an operation can pass over it without looking at it. Kept with
-// a polygon that grows or shrinks step by step, and handed on from each step to the next for the objects that it leaves
-// as they are. The facts stand in blocks of a few neighbours, which are passed over, and handed on, as a whole.
+// What is known of each path object of an outline, so that an operation can pass over it without looking at it. Kept
+// with a polygon that grows or shrinks step by step, and handed on from each step to the next for the objects that it
+// leaves as they are. The facts stand in blocks of a few neighbours, which are passed over, and handed on, as a whole.
 #pragma once
 
 #include <array>
@@ -42,8 +42,8 @@ struct TFactsSum
 /// Coordinates within which arcs are clipped.
 bool IsInReach(CBoundingRect<double> const & rect);
 
-/// Above all distances at which an outline within `a` takes notice of anything in `b`: 0.1 for arcs, 1e-7 of the size of
-/// an object, 100 units in the last place. Steady objects, and places in reach, provided.
+/// Above all distances at which an outline within `a` takes notice of anything in `b`: 0.1 for arcs, 1e-7 of the size
+/// of an object, 100 units in the last place. Steady objects, and places in reach, provided.
 double RoomFor(CBoundingRect<double> const & a, CBoundingRect<double> const & b);
 
 inline bool IsApart(CBoundingRect<double> const & a, CBoundingRect<double> const & b)

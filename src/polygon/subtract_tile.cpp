@@ -33,8 +33,8 @@ std::unique_ptr<CPolygon> MakeRectangle(CBoundingRect<double> const & rect)
 }
 
 /// What the clipper, asked for the intersection, would find out by three steps: no object of the polygon comes near the
-/// rectangle, and neither of the two places that it looks at on the lower and the left side lies in the polygon. That on
-/// the left side never does.
+/// rectangle, and neither of the two places that it looks at on the lower and the left side lies in the polygon. That
+/// on the left side never does.
 bool LiesWithin(CPolygon const & polygon, CPolygon const & rectangle)
 {
     CBoundingRect<double> const & outer = rectangle.GetBoundingRect();

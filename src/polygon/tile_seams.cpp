@@ -1,5 +1,5 @@
-// A cut through a slanted edge computes its vertex with rounding, so that the clean-up of a clip, which knows no more than
-// units in the last place, takes it for a corner.
+// A cut through a slanted edge computes its vertex with rounding, so that the clean-up of a clip, which knows no more
+// than units in the last place, takes it for a corner.
 #include "polygon/tile_seams.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-// Polygons that wait for their turn in a merge. The target takes them out one by one, from anywhere, and each time it has
-// grown it asks which of the others are near the place.
+// Polygons that wait for their turn in a merge. The target takes them out one by one, from anywhere, and each time it
+// has grown it asks which of the others are near the place.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
-// What is told of arcs without working it out, against working it out: many arcs, sizes and places from fine to coarse, ends
-// and points next to where the answer changes.
+// What is told of arcs without working it out, against working it out: many arcs, sizes and places from fine to coarse,
+// ends and points next to where the answer changes.
 #include <gtest/gtest.h>
 
 #include "arc/arc_geometry.h"

@@ -13,7 +13,8 @@ namespace
 
 using List = CPathObjectBase::SplitPositionList;
 
-/// The flags of the pieces, one digit each. Laid end to end they retrace the object: cuts out of order would wrap round.
+/// The flags of the pieces, one digit each. Laid end to end they retrace the object: cuts out of order would wrap
+/// round.
 std::string Flags(CPathObjectBase const & object, List const & positions)
 {
     std::vector<CPathObjectBase::SplitPiece> pieces;

@@ -29,8 +29,8 @@ Tracks TracksOf(PolygonVector const & polygons)
     return tracks;
 }
 
-/// `shape` is `region` (null: nothing) grown or shrunk by `amount`, or up to `amount * factor`: judged by vertices, chord
-/// points and middles of its boundary, and by the membership of points anywhere.
+/// `shape` is `region` (null: nothing) grown or shrunk by `amount`, or up to `amount * factor`: judged by vertices,
+/// chord points and middles of its boundary, and by the membership of points anywhere.
 bool IsInflated(PolygonVector const & shape, Tracks const & tracks, CPolygon const* region, double amount,
                 double factor, CShapeGenerator & random)
 {

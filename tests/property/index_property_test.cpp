@@ -171,8 +171,8 @@ TEST(IndexProperty, ResultsAreThoseOfThePlainLoops)
     }
 }
 
-/// What many shapes come to: all in one, taken away from one, and the first one's outline as a band; with the calls of the
-/// user infos that every `noted`th shape has.
+/// What many shapes come to: all in one, taken away from one, and the first one's outline as a band; with the calls of
+/// the user infos that every `noted`th shape has.
 std::string FingerprintOfMany(std::vector<Shape> const & shapes, EIndexUse use, std::size_t noted)
 {
     TIndexUse const guard(use);
@@ -289,8 +289,8 @@ void ExpectCurrentFacts(CPolygon const & polygon)
         }
 }
 
-/// One outline that grows and shrinks step by step: small shapes begin at its vertices, or beside them by less than what
-/// counts as on an arc, so that short arcs come to be; the two coordinates have different tolerances.
+/// One outline that grows and shrinks step by step: small shapes begin at its vertices, or beside them by less than
+/// what counts as on an arc, so that short arcs come to be; the two coordinates have different tolerances.
 TEST(IndexProperty, OutlinesFoldAsIfThatWereNot)
 {
     double const offsets[] = {0, 0, 1e-9, 0.005, 0.03, 0.05};

@@ -1,8 +1,8 @@
 // copper_pour_judge CLEARANCE_MM SHAPES FIRST_SEED LAST_SEED | copper_pour_judge CLEARANCE_MM BOARD.kicad_pcb LAYER
 //
-// Judges pours at random points by formulas that share nothing with the library: a point belongs to the pour if and only
-// if it lies on the board and is farther than the clearance from every obstacle. Points whose distance is a matter of
-// rounding are left out. Prints a line a board; exit status 1 if a region is wrong.
+// Judges pours at random points by formulas that share nothing with the library: a point belongs to the pour if and
+// only if it lies on the board and is farther than the clearance from every obstacle. Points whose distance is a matter
+// of rounding are left out. Prints a line a board; exit status 1 if a region is wrong.
 
 #include "copper_pour/arc_geometry.h"
 #include "copper_pour/board_generator.h"

@@ -94,8 +94,8 @@ public:
     /// Reads `first` into the clip ring and `second` into the subject ring and runs the operation set before (a
     /// difference is `second` minus `first`). An inconsistent run is tried again with `first` moved by a tiny amount
     /// (from 1e-11 to 1e-6 of the smaller side of its rectangle), 12 attempts in all; none is made of outlines with
-    /// arcs that reach beyond 1e15, where arcs have no precision left. Both polygons must stay alive and unchanged until
-    /// the results are fetched.
+    /// arcs that reach beyond 1e15, where arcs have no precision left. Both polygons must stay alive and unchanged
+    /// until the results are fetched.
     EClipResult RunClip(CPolygon const & first, CPolygon const & second);
 
     /// What the next run computes.

@@ -93,8 +93,8 @@ public:
 
     /// Takes the object out; the caller owns it then. The others keep their order. The range of occupied cells keeps
     /// its extent until RecalculateCellRange.
-    /// Fails: null, if the object isn't present; it isn't looked into then. An allocation exception of the first query or
-    /// removal since the container was filled passes through and changes nothing.
+    /// Fails: null, if the object isn't present; it isn't looked into then. An allocation exception of the first query
+    /// or removal since the container was filled passes through and changes nothing.
     T* Remove(T* object);
 
     /// Forms the range of occupied cells anew; to be called after Remove.

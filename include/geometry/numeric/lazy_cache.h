@@ -1,6 +1,6 @@
 /// \file
-/// Members that const operations fill on first use, safe for any number of concurrent readers and free of locks: readers
-/// that meet before the first fill each work the value out, all get the same, and one of them leaves it there.
+/// Members that const operations fill on first use, safe for any number of concurrent readers and free of locks:
+/// readers that meet before the first fill each work the value out, all get the same, and one of them leaves it there.
 #pragma once
 
 #include <atomic>

@@ -174,8 +174,8 @@ public:
     /// caller owns: what `result` held is deleted. Nothing to subtract gives a copy.
     /// From `m_GroupingAmount` polygons on the plane is cut into tiles, which `workers` threads of the library treat, 0
     /// meaning one a processor; 1 does all on the calling thread. The result is the same, bit for bit, with any number
-    /// of them. All polygons, this one too, are read by the workers at the same time: they must not change meanwhile, and
-    /// `Clone` and `CloneForMerge` of their user info must allow calls from several threads at once.
+    /// of them. All polygons, this one too, are read by the workers at the same time: they must not change meanwhile,
+    /// and `Clone` and `CloneForMerge` of their user info must allow calls from several threads at once.
     /// Cancellation: a request to stop the calling `thread` stops the workers, and all have ended when this returns.
     /// The request stays pending then, also if cancellation is disabled.
     /// False leaves `result` empty: asked to stop, or the polygons reach so far that their tiles can't be told apart.
