@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <memory>
 
@@ -15,6 +16,14 @@ namespace geometry
 
 class CRingIndex;
 struct TFoldedRun;
+
+/// Where a trace goes on from a holder.
+enum EWalkDirection : std::uint8_t
+{
+    eWalkUnmarked = 0,
+    eWalkBackward = 1, ///< the part of the ring before the holder belongs to the result
+    eWalkForward = 2   ///< the part of the ring after the holder belongs to the result
+};
 
 /// One element of a ring. Its object runs from its start point to its end point, where the object of the next holder
 /// starts. A ring is built open (outer links null) and closed before a run.
@@ -48,24 +57,16 @@ public:
     CPathObjectHolder* m_NextRing = nullptr; ///< a further ring of the same side; stays null
     CPathObjectBase::SplitPositionList* m_SplitPositions =
         nullptr;                              ///< owned, in the memory of the ring; null until asked
-    bool m_IsIntersection = false;            ///< the start point is an intersection
-    int m_Direction = 0;                      ///< EWalkDirection: where a trace goes on from here
     CPathObjectHolder* m_Neighbour = nullptr; ///< the same intersection on the other ring; not owned
-    bool m_Visited = false;                   ///< the trace has passed here
-    bool m_NewVertex = false;                 ///< made by a cut, not a vertex of the input
     CRingIndex* m_RingIndex = nullptr;        ///< answers point questions to the ring; not owned
-    bool m_WasIntersection = false;           ///< stays when `m_IsIntersection` is cleared
     TFoldedRun const* m_Run = nullptr; ///< what the holder stands for if that is more than its object, which then is a
                                        ///< segment from the start to the end of it; not owned
     CRingMemory* m_Memory;             ///< of the ring; not owned
-};
-
-/// Values of `CPathObjectHolder::m_Direction`.
-enum EWalkDirection
-{
-    eWalkUnmarked = 0,
-    eWalkBackward = 1, ///< the part of the ring before the holder belongs to the result
-    eWalkForward = 2   ///< the part of the ring after the holder belongs to the result
+    EWalkDirection m_Direction = eWalkUnmarked; ///< where a trace goes on from here
+    bool m_IsIntersection = false;              ///< the start point is an intersection
+    bool m_WasIntersection = false;             ///< stays when `m_IsIntersection` is cleared
+    bool m_NewVertex = false;                   ///< made by a cut, not a vertex of the input
+    bool m_Visited = false;                     ///< the trace has passed here
 };
 
 /// A new holder, not linked yet. It goes with the ring that it is linked into.
@@ -86,7 +87,7 @@ class CLinkedPathObject
 {
 public:
     /// Elements are made in the memory of a clip, and that goes as a whole: to delete one destroys it only.
-    static void* operator new(std::size_t size, CRingMemory & memory) { return memory.GetHolders().allocate(size); }
+    static void* operator new(std::size_t size, CRingMemory & memory) { return memory.TakeForResult(size); }
     static void operator delete(void*, CRingMemory &) {}
     static void operator delete(void*) {}
 

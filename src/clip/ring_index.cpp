@@ -18,9 +18,10 @@ namespace
 constexpr std::size_t MinIndexedCount = 6;   // holders; below, a walk over all is as fast
 constexpr std::size_t MinSearchedCount = 24; // of a range; below, a loop is as fast
 constexpr unsigned int QuestionsBeforeIndex = 4;
-constexpr double ArcRoom = 0.11;       // above the distances at which a point counts as on an arc or as near it
-constexpr double SizeRoom = 1.1e-7;    // of the object: above that at which a point counts as near
-constexpr double RelativeRoom = 1e-12; // of the largest coordinate: far above 100 units in the last place
+constexpr std::size_t MaxKeptCapacity = 4096; // of objects, from run to run
+constexpr double ArcRoom = 0.11;              // above the distances at which a point counts as on an arc or as near it
+constexpr double SizeRoom = 1.1e-7;           // of the object: above that at which a point counts as near
+constexpr double RelativeRoom = 1e-12;        // of the largest coordinate: far above 100 units in the last place
 
 /// The rectangle of the object with room for the tolerances of its questions. Everything, where these can't be told.
 /// `arc`: of the object, or null.
@@ -67,6 +68,18 @@ void CRingIndex::Serve(CPathObjectHolder* ring, CFold* fold)
         ++m_Count;
         holder = holder->m_Next;
     } while (holder != ring);
+}
+
+void CRingIndex::Shrink()
+{
+    if (m_Index != nullptr && m_Objects.capacity() > MaxKeptCapacity)
+    {
+        m_IsShort = true; // walks from now on
+        m_Index.reset();
+        m_Objects = {};
+        m_Before = {};
+        m_Focus.Reset();
+    }
 }
 
 void CRingIndex::AddBridge(CPathObjectBase const & bridge)

@@ -25,6 +25,8 @@ public:
     /// Makes `ring` answer through this index. The index must live as long as the ring is asked, and so must `fold`,
     /// which answers for the folded runs of the ring; null if there are none.
     void Serve(CPathObjectHolder* ring, CFold* fold);
+    /// Few questions come from now on, if any: gives the memory of a large ring back.
+    void Shrink();
     /// A bridge was linked into the ring, which must live as long as the ring is asked.
     void AddBridge(CPathObjectBase const & bridge);
 

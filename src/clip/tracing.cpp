@@ -203,6 +203,16 @@ void CleanupResultRings(CLinkedPathObject* results)
 namespace
 {
 
+/// The object that only the holder has, or what is in it.
+std::unique_ptr<CPathObjectBase> TakeFrom(CPathObjectHolder & holder)
+{
+    if (auto* const polyline = dynamic_cast<CBorrowingPolyline*>(holder.m_OwnObject))
+    {
+        return CPolylineInternals::TakeOver(*polyline);
+    }
+    return std::unique_ptr<CPathObjectBase>(std::exchange(holder.m_OwnObject, nullptr));
+}
+
 /// The objects that `holder` stands for, at the head of `ring`. A piece that only the holder has goes there itself: a
 /// walk passes each holder once. One with a user info is cloned, as its owner may count the clones.
 void AppendHolderToResultRing(CPathObjectHolder* holder, std::unique_ptr<CLinkedPathObject> & ring, bool reverse)
@@ -212,10 +222,7 @@ void AppendHolderToResultRing(CPathObjectHolder* holder, std::unique_ptr<CLinked
         CPathObjectBase const* const object = holder->GetPathObject();
         bool const isPiece = holder->m_OwnObject != nullptr && object->GetUserInfo() == nullptr;
         AppendTaken(object, ring, reverse, *holder->m_Memory,
-                    [&] {
-                        return std::unique_ptr<CPathObjectBase>(isPiece ? std::exchange(holder->m_OwnObject, nullptr)
-                                                                        : object->Clone());
-                    });
+                    [&] { return isPiece ? TakeFrom(*holder) : std::unique_ptr<CPathObjectBase>(object->Clone()); });
         return;
     }
     PutBeforeResultRing(std::unique_ptr<CPathObjectBase>(holder->GetPathObject()->Clone()), ring, *holder->m_Memory);
