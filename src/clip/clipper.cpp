@@ -61,7 +61,8 @@ void CPolygonClipGreinerHormannBased<T>::DeleteRings()
 {
     DeleteRing(m_SubjectRing);
     DeleteRing(m_ClipRing);
-    m_Memory.ReleaseRings();
+    m_SubjectMemory.Release();
+    m_ClipMemory.Release();
 }
 
 template <typename T>
@@ -70,7 +71,7 @@ void CPolygonClipGreinerHormannBased<T>::Clear()
     delete m_Results;
     m_Results = nullptr;
     DeleteRings();
-    m_Memory.Release();
+    m_ResultMemory.Release();
     m_Fold.reset();
     m_Source = nullptr;
 }
@@ -80,7 +81,7 @@ typename CPolygonClipBase<T>::CAddPathHelper* CPolygonClipGreinerHormannBased<T>
 {
     DeleteRing(m_SubjectRing);
     m_SubjectRect.Reset();
-    return new CGreinerHormannAddPathHelper(&m_SubjectRing, &m_SubjectRect, m_Memory);
+    return new CGreinerHormannAddPathHelper(&m_SubjectRing, &m_SubjectRect, m_SubjectMemory);
 }
 
 template <typename T>
@@ -88,7 +89,7 @@ typename CPolygonClipBase<T>::CAddPathHelper* CPolygonClipGreinerHormannBased<T>
 {
     DeleteRing(m_ClipRing);
     m_ClipRect.Reset();
-    return new CGreinerHormannAddPathHelper(&m_ClipRing, &m_ClipRect, m_Memory);
+    return new CGreinerHormannAddPathHelper(&m_ClipRing, &m_ClipRect, m_ClipMemory);
 }
 
 namespace
@@ -169,7 +170,7 @@ void CPolygonClipGreinerHormannBased<T>::AddResultPolygons(std::vector<CPolygon*
         std::unique_ptr<CLinkedPathObject> ring;
         for (CPathObjectBase const* object : polygon->GetOutline())
         {
-            AppendToResultRing(object, ring, true, m_Memory);
+            AppendToResultRing(object, ring, true, m_ResultMemory);
         }
         SettleHead(ring.get());
         if (ring != nullptr)
@@ -197,7 +198,7 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipGreinerHormannBased<T>::Co
     CPathObjectHolder const* holder = m_SubjectRing;
     while (holder != nullptr)
     {
-        AppendToResultRing(holder->GetPathObject(), ring, true, m_Memory);
+        AppendToResultRing(holder->GetPathObject(), ring, true, m_ResultMemory);
         holder = holder->m_Next == m_SubjectRing ? nullptr : holder->m_Next;
     }
     SettleHead(ring.get());
@@ -210,7 +211,6 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::DoClip()
 {
     bool const sameWinding = this->m_SubjectWinding == this->m_ClipWinding;
     EIntersectionOutcome const outcome = FindAndSplitIntersections(this->m_SubjectRing, this->m_ClipRing, sameWinding);
-    this->m_Memory.ReleaseCuts();
     m_SubjectIndex.Serve(this->m_SubjectRing, this->m_Fold.get());
     m_ClipIndex.Serve(this->m_ClipRing, nullptr);
     switch (outcome)
@@ -293,7 +293,7 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCrossingR
     {
         areClosed = FinishResultRing(ring, proof) && areClosed; // was there before
     }
-    bool const isTraced = TraceResultRings(subject, clip, this->m_Results, proof);
+    bool const isTraced = TraceResultRings(subject, clip, this->m_Results, this->m_ResultMemory, proof);
     this->m_AreResultsFinished = true;
     if (!isTraced || !areClosed)
     {

@@ -56,7 +56,9 @@ protected:
     /// They have done their service, and what they leave serves the results.
     void DeleteRings();
 
-    CRingMemory m_Memory;                       ///< of all rings
+    CRingMemory m_SubjectMemory;                ///< of that ring
+    CRingMemory m_ClipMemory;                   ///< the same
+    CResultMemory m_ResultMemory;               ///< of all result rings
     CLinkedPathObject* m_Results = nullptr;     ///< head of the chain of result rings; owned
     bool m_AreResultsFinished = false;          ///< of the present run
     CPathObjectHolder* m_SubjectRing = nullptr; ///< a holder of the ring; the ring is owned
@@ -106,7 +108,8 @@ enum class EIntersectionOutcome
 bool NoteCuts(CPathObjectHolder* subject, CPathObjectHolder* clip);
 
 /// Cuts both closed rings at all their crossings, a holder a piece, and links the two holders of each crossing.
-/// `sameWinding`: the rings run in the same sense, and so meet several crossings at one point in the same order.
+/// `sameWinding`: the rings run in the same sense, and so meet several crossings at one point in the same order. Each ring
+/// has a memory of its own, and gives back what its cuts took.
 EIntersectionOutcome FindAndSplitIntersections(CPathObjectHolder* subject, CPathObjectHolder* clip, bool sameWinding);
 
 /// The first holder from `ring` on that doesn't stand within an overlap; null if there is none.
@@ -135,15 +138,15 @@ enum class EMarkOutcome
 EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const* other, bool invert,
                       CBoundingRect<double> const & rect);
 
-/// Traces the marked rings and adds the result rings, finished, to the front of `results`. False if a walk found no way
+/// Traces the marked rings and adds the result rings, made in `memory` and finished, to the front of `results`. False if a walk found no way
 /// on, or not all of them are closed.
 bool TraceResultRings(CPathObjectHolder* subjectRing, CPathObjectHolder* clipRing, CLinkedPathObject*& results,
-                      CRegionProof & proof);
+                      CResultMemory & memory, CRegionProof & proof);
 
 /// A clone of `object` (reversed if told) at the head of `ring`, joined with the old head if they make one object.
 /// Objects without extent are dropped. `ring` may be null. After the last one: `SettleHead`.
 void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse,
-                        CRingMemory & memory);
+                        CResultMemory & memory);
 
 /// Brings the object at the head of a ring into its direction. Null does nothing.
 void SettleHead(CLinkedPathObject* ring);

@@ -259,6 +259,7 @@ EIntersectionOutcome FindAndSplitIntersections(CPathObjectHolder* subject, CPath
     ForEachHolder(
         subject, [&](CPathObjectHolder* holder)
         { hasIntersection |= CutObject(holder, pieces, [&](CPathObjectHolder* placed) { candidates.Add(placed); }); });
+    subject->m_Memory->ReleaseCuts();
     ForEachHolder(clip,
                   [&](CPathObjectHolder* holder)
                   {
@@ -271,6 +272,7 @@ EIntersectionOutcome FindAndSplitIntersections(CPathObjectHolder* subject, CPath
                                                        }
                                                    });
                   });
+    clip->m_Memory->ReleaseCuts();
     ForEachHolder(subject,
                   [](CPathObjectHolder* holder)
                   {

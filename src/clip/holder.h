@@ -87,8 +87,8 @@ class CLinkedPathObject
 {
 public:
     /// Elements are made in the memory of a clip, and that goes as a whole: to delete one destroys it only.
-    static void* operator new(std::size_t size, CRingMemory & memory) { return memory.TakeForResult(size); }
-    static void operator delete(void*, CRingMemory &) {}
+    static void* operator new(std::size_t size, CResultMemory & memory) { return memory.Take(size); }
+    static void operator delete(void*, CResultMemory &) {}
     static void operator delete(void*) {}
 
     explicit CLinkedPathObject(CPathObjectBase* object) : m_PathObject(object) {}

@@ -1,4 +1,4 @@
-// Where a clip has its rings: holders and lists of cuts, made by the hundred thousand and gone together.
+// Where a clip has its rings: holders, pieces and lists of cuts, made by the hundred thousand and gone together.
 #pragma once
 
 #include <algorithm>
@@ -67,34 +67,29 @@ private:
     std::size_t m_Left = FirstSize;
 };
 
-/// That of small rings is part of the object.
+/// The memory of one ring. That of small rings is part of the object.
 class CRingMemory
 {
 public:
     void* TakeForHolder(std::size_t size) { return m_Holders.Take(size); }
     void* TakeForCuts(std::size_t size) { return m_Cuts.Take(size); }
-    void* TakeForResult(std::size_t size) { return m_Results.Take(size); }
     std::pmr::memory_resource & GetCuts() { return m_Cuts; }
     std::pmr::memory_resource & GetPieces() { return m_Holders; }
     /// No list holds a cut any more.
     void ReleaseCuts() { m_Cuts.Release(); }
     /// Nor is there a holder any more.
-    void ReleaseRings()
+    void Release()
     {
         m_Cuts.Release();
         m_Holders.Release();
-    }
-    /// Nor is there a result ring.
-    void Release()
-    {
-        ReleaseRings();
-        m_Results.Release();
     }
 
 private:
     CMemoryStack<8192> m_Holders;
     CMemoryStack<4096> m_Cuts;
-    CMemoryStack<1024> m_Results;
 };
+
+/// That of the elements of all result rings of a clip.
+using CResultMemory = CMemoryStack<1024>;
 
 } // namespace geometry

@@ -16,7 +16,7 @@ namespace
 
 /// A new element with `object` at the head of `ring`, which may be null.
 void PutBeforeResultRing(std::unique_ptr<CPathObjectBase> object, std::unique_ptr<CLinkedPathObject> & ring,
-                         CRingMemory & memory)
+                         CResultMemory & memory)
 {
     SettleHead(ring.get());
     std::unique_ptr<CLinkedPathObject> element(new (memory) CLinkedPathObject(object.get()));
@@ -76,7 +76,7 @@ namespace
 /// As `AppendToResultRing`; `take` makes the object that goes into the ring if it doesn't end up in one that is there.
 template <typename Take>
 void AppendTaken(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse,
-                 CRingMemory & memory, Take const & take)
+                 CResultMemory & memory, Take const & take)
 {
     if (object == nullptr ||
         (object->GetStartPoint() == object->GetEndPoint() && object->GetInbetweenPoint() == object->GetStartPoint()))
@@ -107,7 +107,7 @@ void AppendTaken(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObjec
 } // namespace
 
 void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse,
-                        CRingMemory & memory)
+                        CResultMemory & memory)
 {
     AppendTaken(object, ring, reverse, memory, [&] { return std::unique_ptr<CPathObjectBase>(object->Clone()); });
 }
@@ -215,17 +215,18 @@ std::unique_ptr<CPathObjectBase> TakeFrom(CPathObjectHolder & holder)
 
 /// The objects that `holder` stands for, at the head of `ring`. A piece that only the holder has goes there itself: a
 /// walk passes each holder once. One with a user info is cloned, as its owner may count the clones.
-void AppendHolderToResultRing(CPathObjectHolder* holder, std::unique_ptr<CLinkedPathObject> & ring, bool reverse)
+void AppendHolderToResultRing(CPathObjectHolder* holder, std::unique_ptr<CLinkedPathObject> & ring, bool reverse,
+                              CResultMemory & memory)
 {
     if (holder->m_Run == nullptr)
     {
         CPathObjectBase const* const object = holder->GetPathObject();
         bool const isPiece = holder->m_OwnObject != nullptr && object->GetUserInfo() == nullptr;
-        AppendTaken(object, ring, reverse, *holder->m_Memory,
+        AppendTaken(object, ring, reverse, memory,
                     [&] { return isPiece ? TakeFrom(*holder) : std::unique_ptr<CPathObjectBase>(object->Clone()); });
         return;
     }
-    PutBeforeResultRing(std::unique_ptr<CPathObjectBase>(holder->GetPathObject()->Clone()), ring, *holder->m_Memory);
+    PutBeforeResultRing(std::unique_ptr<CPathObjectBase>(holder->GetPathObject()->Clone()), ring, memory);
     ring->m_Run = holder->m_Run;
     ring->m_IsRunReversed = reverse;
     if (reverse)
@@ -254,7 +255,8 @@ std::size_t CountSteps(CPathObjectHolder const* ring)
 
 /// Traces one result ring from `g` until the walk comes to a holder that was visited. False if it leads nowhere: an
 /// intersection without a neighbour, or more steps than there are holders.
-bool TraceRing(CPathObjectHolder* g, std::size_t stepsLeft, std::unique_ptr<CLinkedPathObject> & ring)
+bool TraceRing(CPathObjectHolder* g, std::size_t stepsLeft, std::unique_ptr<CLinkedPathObject> & ring,
+               CResultMemory & memory)
 {
     while (!g->m_Visited)
     {
@@ -268,13 +270,13 @@ bool TraceRing(CPathObjectHolder* g, std::size_t stepsLeft, std::unique_ptr<CLin
             stepsLeft -= StepsOf(g);
             if (isForward)
             {
-                AppendHolderToResultRing(g, ring, true);
+                AppendHolderToResultRing(g, ring, true, memory);
             }
             g->m_Visited = true;
             g = isForward ? g->m_Next : g->m_Previous;
             if (!isForward)
             {
-                AppendHolderToResultRing(g, ring, false);
+                AppendHolderToResultRing(g, ring, false, memory);
             }
         } while (!g->m_IsIntersection);
         g->m_Visited = true;
@@ -290,7 +292,7 @@ bool TraceRing(CPathObjectHolder* g, std::size_t stepsLeft, std::unique_ptr<CLin
 } // namespace
 
 bool TraceResultRings(CPathObjectHolder* subjectRing, CPathObjectHolder* clipRing, CLinkedPathObject*& results,
-                      CRegionProof & proof)
+                      CResultMemory & memory, CRegionProof & proof)
 {
     bool areClosed = true;
     std::size_t const holders = CountSteps(subjectRing) + CountSteps(clipRing);
@@ -301,7 +303,7 @@ bool TraceResultRings(CPathObjectHolder* subjectRing, CPathObjectHolder* clipRin
             continue;
         }
         std::unique_ptr<CLinkedPathObject> ring;
-        bool const isTraced = TraceRing(g, holders, ring);
+        bool const isTraced = TraceRing(g, holders, ring, memory);
         if (ring != nullptr)
         {
             CloseResultRing(ring.get());

@@ -162,6 +162,18 @@ bool HasArc(CPolygon::PathObjects const & outline)
                        [](CPathObjectBase const* object) { return !object->CanAppendVertex(); });
 }
 
+/// Twice the signed area of a polygon.
+double SumOf(CPathObjectBase::PointIterator first, CPathObjectBase::PointIterator last)
+{
+    double sum = 0.0;
+    for (auto p = first; p != last; ++p)
+    {
+        TPoint<double> const & before = *((p == first ? last : p) - 1);
+        sum = (p->y * before.x + sum) - p->x * before.y;
+    }
+    return sum;
+}
+
 } // namespace
 
 CPolygon::EPolygonWinding CPolygon::GetWindingDirection() const
@@ -170,20 +182,21 @@ CPolygon::EPolygonWinding CPolygon::GetWindingDirection() const
     {
         return known;
     }
-    CPathObjectBase::Points points;
-    for (CPathObjectBase const* object : m_Outline)
+    double sum;
+    if (CPathObjectBase const & only = *m_Outline.front(); m_Outline.size() == 1 && only.CanAppendVertex())
     {
-        object->AppendValidWindingPoints(points);
+        sum = SumOf(only.GetPointsBegin(), only.GetPointsEnd());
     }
-    // twice the signed area; a sum of zero or NaN counts as positive
-    double sum = 0.0;
-    for (std::size_t i = 0; i < points.size(); ++i)
+    else
     {
-        TPoint<double> const & p = points[i];
-        TPoint<double> const & before = i == 0 ? points.back() : points[i - 1];
-        sum = (p.y * before.x + sum) - p.x * before.y;
+        CPathObjectBase::Points points;
+        for (CPathObjectBase const* object : m_Outline)
+        {
+            object->AppendValidWindingPoints(points);
+        }
+        sum = SumOf(points.begin(), points.end());
     }
-    EPolygonWinding const winding = sum < 0.0 ? eWindingNegative : eWindingPositive;
+    EPolygonWinding const winding = sum < 0.0 ? eWindingNegative : eWindingPositive; // zero and NaN count as positive
     m_WindingDirection = HasArc(m_Outline) ? CorrectWindingOfLongArcs(winding) : winding;
     return m_WindingDirection;
 }

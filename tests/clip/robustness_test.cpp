@@ -228,13 +228,14 @@ TEST(LongRings, AMillionElementsAreFreedWithoutRecursion)
 {
     constexpr int count = 1000000;
     CRingMemory memory;
-    auto* const head = new (memory) CLinkedPathObject(nullptr);
+    CResultMemory resultMemory;
+    auto* const head = new (resultMemory) CLinkedPathObject(nullptr);
     CLinkedPathObject* last = head;
     CPathObjectHolder* ring = MakeHolder(memory);
     ring->m_Next = ring->m_Previous = ring;
     for (int i = 0; i < count; ++i)
     {
-        auto* const element = new (memory) CLinkedPathObject(nullptr);
+        auto* const element = new (resultMemory) CLinkedPathObject(nullptr);
         CLinkedPathObject*& link = i % 2 == 0 ? last->m_Next : last->m_NextRing;
         link = element;
         last = element;

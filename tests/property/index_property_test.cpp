@@ -125,12 +125,12 @@ std::string Stages(CPolygon const & first, CPolygon const & second, EIndexUse us
     TIndexUse const guard(use);
     std::ostringstream text;
     text << std::hexfloat;
-    CRingMemory memory;
-    CPathObjectHolder *subject = MakeRing(second, memory), *clip = MakeRing(first, memory);
+    CRingMemory subjectMemory, clipMemory;
+    CPathObjectHolder *subject = MakeRing(second, subjectMemory), *clip = MakeRing(first, clipMemory);
     text << NoteCuts(subject, clip);
     PrintRings(text, subject, clip);
     DeleteRing(subject), DeleteRing(clip);
-    subject = MakeRing(second, memory), clip = MakeRing(first, memory);
+    subject = MakeRing(second, subjectMemory), clip = MakeRing(first, clipMemory);
     bool const sameWinding = CTestAccess::GetWinding(first) == CTestAccess::GetWinding(second);
     auto const outcome = FindAndSplitIntersections(subject, clip, sameWinding);
     text << static_cast<int>(outcome);
