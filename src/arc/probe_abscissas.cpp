@@ -100,6 +100,14 @@ void CProbeAbscissas::Add(CPathObjectArc const & arc)
     }
 }
 
+void CProbeAbscissas::Clear()
+{
+    m_Intervals.clear();
+    m_Cells.clear();
+    m_Low = DBL_MAX;
+    m_High = -DBL_MAX;
+}
+
 std::size_t CProbeAbscissas::CellOf(double x) const
 {
     return std::min(static_cast<std::size_t>((x - m_Low) * m_CellsPerUnit), m_Cells.size() - 2);
@@ -126,12 +134,12 @@ void CProbeAbscissas::Prepare()
         m_Cells[i].first += m_Cells[i - 1].first;
         m_Cells[i].highestBefore = std::max(m_Cells[i].highestBefore, m_Cells[i - 1].highestBefore);
     }
-    std::vector<TInterval> sorted(m_Intervals.size());
+    m_Sorted.resize(m_Intervals.size());
     for (TInterval const & interval : m_Intervals)
     {
-        sorted[m_Cells[CellOf(interval.low)].first++] = interval;
+        m_Sorted[m_Cells[CellOf(interval.low)].first++] = interval;
     }
-    m_Intervals.swap(sorted);
+    m_Intervals.swap(m_Sorted);
     for (std::size_t i = count; i > 0; --i) // each has moved on to where the next one begins
     {
         m_Cells[i].first = m_Cells[i - 1].first;

@@ -35,6 +35,7 @@ class CProbeAbscissas
 public:
     /// `arc` must be steady, and no full circle.
     void Add(CPathObjectArc const & arc);
+    void Clear();
     /// To be called after the last `Add` and before the first question.
     void Prepare();
     bool IsNear(double x) const;
@@ -56,6 +57,7 @@ private:
     std::size_t CellOf(double x) const;
 
     std::vector<TInterval> m_Intervals; ///< once prepared, by cells
+    std::vector<TInterval> m_Sorted;    ///< on the way
     std::vector<TCell> m_Cells;         ///< none if there are few intervals
     double m_Low = DBL_MAX;             ///< of all intervals
     double m_High = -DBL_MAX;

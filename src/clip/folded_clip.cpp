@@ -92,27 +92,21 @@ void CPolygonClipGreinerHormannBased<T>::ReadFolded(CPolygon const & first, TPoi
     TPoint<double> const nowhere(0.0, 0.0);
     auto const & outline = m_Fold->GetPolygon().GetOutline();
     auto run = m_Fold->GetRuns().begin();
-    std::vector<TFoldedRun const*> runs; // of the holders, null for one with an object of the outline
+    CPathObjectHolder* last = nullptr; // of the subject ring
     for (std::size_t i = 0; i < outline.size();)
     {
-        if (run != m_Fold->GetRuns().end() && run->first == i)
+        bool const isRun = run != m_Fold->GetRuns().end() && run->first == i;
+        if (isRun)
         {
             AddRun(*run, outline, *subjectHelper);
             m_SubjectRect.Include(run->rect);
-            runs.push_back(&*run);
-            i = run++->last;
-            continue;
         }
-        if (AddObject(outline[i++], *subjectHelper, shift != nullptr ? &nowhere : nullptr))
+        if (isRun || AddObject(outline[i], *subjectHelper, shift != nullptr ? &nowhere : nullptr))
         {
-            runs.push_back(nullptr);
+            last = last != nullptr ? last->m_Next : m_SubjectRing;
+            last->m_Run = isRun ? &*run : nullptr;
         }
-    }
-    CPathObjectHolder* holder = m_SubjectRing;
-    for (TFoldedRun const* stoodFor : runs)
-    {
-        holder->m_Run = stoodFor;
-        holder = holder->m_Next;
+        i = isRun ? run++->last : i + 1;
     }
     this->m_ClipWinding = WindingOf(first);
     this->m_SubjectWinding = WindingOf(m_Fold->GetPolygon());
@@ -353,6 +347,7 @@ std::unique_ptr<CPolygon> CRingUnfolder::TakeRing(CLinkedPathObject* ring, CTake
     }
     taken.Reserve(runs);
     m_Objects.reserve(count + 1);
+    m_Facts->Reserve(count);
     auto polygon = std::make_unique<CPolygon>();
     for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
     {

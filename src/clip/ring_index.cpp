@@ -57,7 +57,7 @@ void CRingIndex::Serve(CPathObjectHolder* ring, CFold* fold)
     m_IsShort = false;
     m_Objects.clear();
     m_Count = 0;
-    m_Index.reset();
+    m_IsIndexed = false;
     m_Bridges.clear();
     m_Focus.Reset();
     CPathObjectHolder* holder = ring;
@@ -71,18 +71,18 @@ void CRingIndex::Serve(CPathObjectHolder* ring, CFold* fold)
 
 void CRingIndex::AddBridge(CPathObjectBase const & bridge)
 {
-    if (m_Index != nullptr) // else it is found in the ring
+    if (m_IsIndexed) // else it is found in the ring
     {
         m_Bridges.emplace(bridge.GetStartPoint().x, &bridge);
     }
 }
 
-CChainIndex const* CRingIndex::MakeIndexIfItPays()
+bool CRingIndex::MakeIndexIfItPays()
 {
     ++m_Questions;
     if (m_IsShort || !IsIndexUsed(m_Questions >= QuestionsBeforeIndex))
     {
-        return nullptr;
+        return false;
     }
     m_Objects.reserve(m_Count);
     CPathObjectHolder const* holder = m_Ring;
@@ -97,18 +97,20 @@ CChainIndex const* CRingIndex::MakeIndexIfItPays()
     m_IsShort = m_Objects.empty() || !IsIndexUsed(m_Objects.size() >= MinIndexedCount);
     if (!m_IsShort)
     {
-        m_Index = std::make_unique<CChainIndex>(ReadObjects());
+        ReadObjects();
+        m_Index.Rebuild(m_Rects);
+        m_IsIndexed = true;
     }
-    return m_Index.get();
+    return m_IsIndexed;
 }
 
-/// What is known of each object; their rectangles.
-std::vector<CBoundingRect<double>> CRingIndex::ReadObjects()
+/// What is known of each object.
+void CRingIndex::ReadObjects()
 {
     std::size_t const count = m_Objects.size();
-    std::vector<CBoundingRect<double>> rects(count);
+    m_Rects.resize(count);
     m_Before.assign(count + 1, TBefore());
-    m_Abscissas = CProbeAbscissas();
+    m_Abscissas.Clear();
     TPoint<double> const* start = &m_Objects.front()->GetStartPoint();
     for (std::size_t i = 0; i < count; ++i)
     {
@@ -121,7 +123,7 @@ std::vector<CBoundingRect<double>> CRingIndex::ReadObjects()
         {
             auto const & arc = static_cast<CPathObjectArc const &>(object);
             TArcReading const reading = ReadArc(arc);
-            rects[i] = RectWithRoom(object, &reading);
+            m_Rects[i] = RectWithRoom(object, &reading);
             isTold = isTold && !(*start == end) && IsSteadyArc(arc, reading);
             if (isTold)
             {
@@ -130,7 +132,7 @@ std::vector<CBoundingRect<double>> CRingIndex::ReadObjects()
         }
         else
         {
-            rects[i] = RectWithRoom(object, nullptr);
+            m_Rects[i] = RectWithRoom(object, nullptr);
         }
         m_Before[i].startX = start->x;
         m_Before[i + 1].irregular = m_Before[i].irregular + (isTold ? 0 : 1);
@@ -139,7 +141,6 @@ std::vector<CBoundingRect<double>> CRingIndex::ReadObjects()
     }
     m_Before[count].startX = start->x;
     m_Abscissas.Prepare();
-    return rects;
 }
 
 bool CRingIndex::IsRangeCrossedOneByOne(TRange const & range, TPoint<double> const & point) const
@@ -147,13 +148,13 @@ bool CRingIndex::IsRangeCrossedOneByOne(TRange const & range, TPoint<double> con
     bool isOdd = false;
     if (range.last - range.first >= MinSearchedCount)
     {
-        m_Index->Search([&](CBoundingRect<double> const & r) { return !(point.x < r.minX || point.x > r.maxX); },
-                        [&](std::size_t i)
-                        {
-                            bool const isIn = i >= range.first && i < range.last;
-                            isOdd = isOdd != (isIn && IsProbeCountOdd(*m_Objects[i], point));
-                            return i < range.last;
-                        });
+        m_Index.Search([&](CBoundingRect<double> const & r) { return !(point.x < r.minX || point.x > r.maxX); },
+                       [&](std::size_t i)
+                       {
+                           bool const isIn = i >= range.first && i < range.last;
+                           isOdd = isOdd != (isIn && IsProbeCountOdd(*m_Objects[i], point));
+                           return i < range.last;
+                       });
         return isOdd;
     }
     for (std::size_t i = range.first; i < range.last; ++i)
@@ -189,28 +190,28 @@ void CRingIndex::Focus(CPathObjectHolder const* ring, CBoundingRect<double> cons
         return;
     }
     self->m_Questions += QuestionsBeforeIndex - 1; // so many come at least
-    if (CChainIndex const* const index = self->FindIndex())
+    if (self->FindIndex())
     {
-        self->LookUp(*index, rect);
+        self->LookUp(rect);
     }
 }
 
 /// What is passed or taken for the whole rectangle is so for each point in it. Where much is left, the search for
 /// single points is better.
-void CRingIndex::LookUp(CChainIndex const & index, CBoundingRect<double> const & rect)
+void CRingIndex::LookUp(CBoundingRect<double> const & rect)
 {
     m_Focus = rect;
     m_Above.clear();
     m_Nearby.clear();
     CBoundingRect<double> at = rect;
     at.Inflate(FocusRoom);
-    index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, at); },
-               [&](std::size_t i)
-               {
-                   m_Nearby.push_back({index.GetRect(i), i});
-                   return m_Nearby.size() < MaxNearby;
-               },
-               [&](std::size_t first, std::size_t last) { m_Above.push_back(MakeRange(first, last)); });
+    m_Index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, at); },
+                 [&](std::size_t i)
+                 {
+                     m_Nearby.push_back({m_Index.GetRect(i), i});
+                     return m_Nearby.size() < MaxNearby;
+                 },
+                 [&](std::size_t first, std::size_t last) { m_Above.push_back(MakeRange(first, last)); });
     if (m_Nearby.size() + m_Above.size() >= MaxNearby)
     {
         m_Focus.Reset();

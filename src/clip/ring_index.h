@@ -44,10 +44,9 @@ public:
             isOdd = isOdd != (!isOn && IsProbeCountOdd(object, point));
             return !isOn;
         };
-        CChainIndex const* const index = ring->m_RingIndex != nullptr ? ring->m_RingIndex->FindIndex() : nullptr;
-        if (index != nullptr)
+        if (ring->m_RingIndex != nullptr && ring->m_RingIndex->FindIndex())
         {
-            isOdd = ring->m_RingIndex->Search(*index, point, extraRoom, visit) != isOdd;
+            isOdd = ring->m_RingIndex->Search(point, extraRoom, visit) != isOdd;
             isOn = isOn || ring->m_RingIndex->IsOnBridge(point, extraRoom, holds);
         }
         else
@@ -65,10 +64,10 @@ private:
     static constexpr double FocusRoom = 0.1; ///< the most that a question may ask for
     static constexpr std::size_t MaxNearby = 64;
 
-    CChainIndex const* FindIndex() { return m_Index != nullptr ? m_Index.get() : MakeIndexIfItPays(); }
-    CChainIndex const* MakeIndexIfItPays();
-    void LookUp(CChainIndex const & index, CBoundingRect<double> const & rect);
-    std::vector<CBoundingRect<double>> ReadObjects();
+    bool FindIndex() { return m_IsIndexed || MakeIndexIfItPays(); }
+    bool MakeIndexIfItPays();
+    void LookUp(CBoundingRect<double> const & rect);
+    void ReadObjects();
 
     /// A point, and whether it is near abscissas at which arcs need care: looked up at most once.
     class CProbe
@@ -152,7 +151,7 @@ private:
 
     /// Visits the objects that aren't told by their rectangles; the parity of the others.
     template <typename Visit>
-    bool Search(CChainIndex const & index, TPoint<double> const & point, double extraRoom, Visit const & visit) const
+    bool Search(TPoint<double> const & point, double extraRoom, Visit const & visit) const
     {
         bool isOdd = false;
         CProbe probe(point, m_Abscissas);
@@ -162,8 +161,8 @@ private:
         { isOdd = isOdd != IsRangeCrossed(MakeRange(first, last), probe); };
         if (!IsInFocus(point, extraRoom))
         {
-            index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, at); },
-                       [&](std::size_t i) { return PassesArc(i, probe, isOdd) || visit(*m_Objects[i]); }, take);
+            m_Index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, at); },
+                         [&](std::size_t i) { return PassesArc(i, probe, isOdd) || visit(*m_Objects[i]); }, take);
             return isOdd;
         }
         for (TRange const & range : m_Above)
@@ -208,12 +207,14 @@ private:
     CPathObjectHolder const* m_Ring = nullptr;
     CFold* m_Fold = nullptr; ///< not owned
     unsigned int m_Questions = 0;
-    std::size_t m_Count = 0;                                 ///< of holders, when the service began
-    bool m_IsShort = false;                                  ///< too few objects for an index
-    std::vector<CPathObjectBase const*> m_Objects;           ///< of the ring; not owned
-    std::vector<TBefore> m_Before;                           ///< one an object, and one behind the last
-    CProbeAbscissas m_Abscissas;                             ///< near which arcs need care
-    std::unique_ptr<CChainIndex> m_Index;                    ///< over them; null until it pays
+    std::size_t m_Count = 0;                       ///< of holders, when the service began
+    bool m_IsShort = false;                        ///< too few objects for an index
+    std::vector<CPathObjectBase const*> m_Objects; ///< of the ring; not owned
+    std::vector<TBefore> m_Before;                 ///< one an object, and one behind the last
+    CProbeAbscissas m_Abscissas;                   ///< near which arcs need care
+    std::vector<CBoundingRect<double>> m_Rects;    ///< theirs, on the way into the index
+    CChainIndex m_Index;                           ///< over them, once it pays
+    bool m_IsIndexed = false;
     std::multimap<double, CPathObjectBase const*> m_Bridges; ///< that came after it, by their x; not owned
     CBoundingRect<double> m_Focus; ///< what was looked up for all points in here; may be empty:
     std::vector<TRange> m_Above;   ///< objects that lie above

@@ -197,6 +197,15 @@ double COutlineFacts::GetAreaRounding(CBoundingRect<double> const & bounds) cons
 
 // --- growing ---
 
+void COutlineFacts::Reserve(std::size_t count)
+{
+    constexpr std::size_t fewJoints = 16;                  // runs have none
+    std::size_t const blocks = 2 * (count / Capacity + 1); // most of those taken over aren't full
+    m_Blocks.reserve(blocks);
+    m_Starts.reserve(blocks);
+    m_OpenJoints.reserve(std::min(count, fewJoints));
+}
+
 TObjectFacts COutlineFacts::Append(CPathObjectBase const & object)
 {
     TObjectFacts const facts = Describe(object, m_Origin);
@@ -257,6 +266,7 @@ void COutlineFacts::AppendRun(COutlineFacts & source, std::size_t first, std::si
 void COutlineFacts::Complete(Outline const & outline)
 {
     m_Starts.clear();
+    m_Starts.reserve(m_Blocks.size());
     std::size_t count = 0;
     for (auto const & block : m_Blocks)
     {
@@ -317,6 +327,7 @@ COutlineFacts const & CPolygonInternals::CompleteFacts(CPolygon & polygon)
     if (polygon.m_Facts == nullptr || polygon.m_Facts->GetCount() != outline.size())
     {
         auto facts = std::make_shared<COutlineFacts>(outline.front()->GetStartPoint());
+        facts->Reserve(outline.size());
         for (CPathObjectBase const* object : outline)
         {
             facts->Append(*object);

@@ -121,6 +121,8 @@ public:
              [&](std::size_t i, TObjectFacts const & facts) { return !mayHold(facts) || visit(i); });
     }
 
+    /// For an outline of `count` objects.
+    void Reserve(std::size_t count);
     /// Puts the facts of an object behind the others.
     TObjectFacts Append(CPathObjectBase const & object);
     /// The same for a run of objects of `source`, which loses their facts. Each is apart from the next one. They may be
