@@ -248,11 +248,12 @@ CRegionProof::EExpected CRegionProof::ExpectAway(TPoint<double> const & point, C
     return isSubjectKept && isOdd ? EExpected::eInResult : EExpected::eNotInResult;
 }
 
-/// A point may lie below or above the rectangle, or in it: most objects are narrow.
-bool CRegionProof::IsAnyAt(CBoundingRect<double> const & rect) const
+/// Asks only for points below or above the rectangle of the object, or in it: most objects are narrow.
+void CRegionProof::CountObject(CPathObjectBase const & object)
 {
     constexpr double room = 1e-12; // far above what is tolerated
     constexpr double least = 1e-300;
+    CBoundingRect<double> const & rect = object.GetBoundingRect();
     double const left = rect.minX - (room * std::fabs(rect.minX) + least);
     double const right = rect.maxX + (room * std::fabs(rect.maxX) + least);
     int any = 0;
@@ -260,17 +261,22 @@ bool CRegionProof::IsAnyAt(CBoundingRect<double> const & rect) const
     {
         any |= static_cast<int>(!(x < left)) & static_cast<int>(!(x > right));
     }
-    return any != 0;
+    for (std::size_t i = 0; any != 0 && i < PointCount; ++i)
+    {
+        if (!(m_X[i] < left) && !(m_X[i] > right))
+        {
+            m_IsInResult[i] = m_IsInResult[i] != IsProbeCountOdd(object, m_Points[i]);
+        }
+    }
 }
 
 void CRegionProof::Count(CLinkedPathObject const* ring)
 {
     for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
     {
-        bool const counts = element->m_Run == nullptr && IsAnyAt(element->m_PathObject->GetBoundingRect());
-        for (std::size_t i = 0; counts && i < PointCount; ++i)
+        if (element->m_Run == nullptr)
         {
-            m_IsInResult[i] = m_IsInResult[i] != IsProbeCountOdd(*element->m_PathObject, m_Points[i]);
+            CountObject(*element->m_PathObject);
         }
     }
 }

@@ -170,7 +170,9 @@ CPolygon::EPolygonWinding CPolygon::GetWindingDirection() const
     {
         return known;
     }
+    constexpr std::size_t usualPoints = 3; // of an object
     CPathObjectBase::Points points;
+    points.reserve(usualPoints * m_Outline.size());
     for (CPathObjectBase const* object : m_Outline)
     {
         object->AppendValidWindingPoints(points);
@@ -192,14 +194,10 @@ CPolygon::EPolygonWinding CPolygon::GetWindingDirection() const
 /// wind the wrong way. A true area that is clearly not zero decides.
 CPolygon::EPolygonWinding CPolygon::CorrectWindingOfLongArcs(EPolygonWinding winding) const
 {
-    double const area = SignedOutlineArea(m_Outline);
     double const boundingArea =
         (m_BoundingRect.maxX - m_BoundingRect.minX) * (m_BoundingRect.maxY - m_BoundingRect.minY);
-    if (!(std::fabs(area) > clearPartOfArea * boundingArea))
-    {
-        return winding;
-    }
-    return area < 0.0 ? eWindingNegative : eWindingPositive;
+    int const sign = SignOfOutlineArea(m_Outline, clearPartOfArea * boundingArea);
+    return sign == 0 ? winding : sign < 0 ? eWindingNegative : eWindingPositive;
 }
 
 CPolygon::EPolygonWinding CPolygon::ReverseWindingDirection()
