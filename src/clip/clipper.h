@@ -42,7 +42,7 @@ public:
     EClipResult RunFoldedIntersection(CPolygon const & first, CPolygon const & second);
     /// Of the last run; null if nothing is folded.
     CFold const* GetFold() const { return m_Fold.get(); }
-    /// Of all result rings, folded objects left out.
+    /// Of all result rings, folded objects left out. For a folded run.
     double GetResultLength() const;
 
 protected:

@@ -105,6 +105,7 @@ void CPolygonClipGreinerHormannBased<T>::ReadFolded(CPolygon const & first, TPoi
         {
             last = last != nullptr ? last->m_Next : m_SubjectRing;
             last->m_Run = isRun ? &*run : nullptr;
+            last->m_Place = i;
         }
         i = isRun ? run++->last : i + 1;
     }
@@ -172,12 +173,18 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipGreinerHormannBased<T>::Ru
 template <typename T>
 double CPolygonClipGreinerHormannBased<T>::GetResultLength() const
 {
+    COutlineFacts const & facts = CPolygonInternals::FactsOf(m_Fold->GetPolygon());
+    auto const lengthOf = [&](CLinkedPathObject const & element)
+    {
+        TObjectFacts const known = element.m_Place != NoPlace ? facts.GetFacts(element.m_Place, false) : TObjectFacts();
+        return known.isSteady ? known.length : element.m_PathObject->CalculateLength();
+    };
     double length = 0.0;
     for (CLinkedPathObject const* ring = m_Results; ring != nullptr; ring = ring->m_NextRing)
     {
         for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
         {
-            length += element->m_Run == nullptr ? element->m_PathObject->CalculateLength() : 0.0;
+            length += element->m_Run == nullptr ? lengthOf(*element) : 0.0;
         }
     }
     return length;
@@ -271,7 +278,7 @@ public:
     std::unique_ptr<CPolygon> TakeRing(CLinkedPathObject* ring, CTakenRuns & taken);
 
 private:
-    void AddObject(CPathObjectBase* object);
+    void AddObject(CLinkedPathObject const & element);
     void AddRun(TFoldedRun const & run, bool isReversed);
     CPolygon::EPolygonWinding FindWinding() const;
 
@@ -285,10 +292,24 @@ private:
     bool m_HasArc = false;
 };
 
-void CRingUnfolder::AddObject(CPathObjectBase* object)
+/// What is known of an object that was cloned for the result goes on to hold, if cleaning up has left it alone.
+void CRingUnfolder::AddObject(CLinkedPathObject const & element)
 {
+    CPathObjectBase* const object = element.m_PathObject;
     m_Objects.push_back(object);
-    TObjectFacts const facts = m_Facts->Append(*object);
+    TObjectFacts facts;
+    if (element.m_Place != NoPlace)
+    {
+        facts = m_SourceFacts.GetFacts(element.m_Place, element.m_IsReversed);
+    }
+    if (facts.isSteady)
+    {
+        m_Facts->AppendClone(facts);
+    }
+    else
+    {
+        facts = m_Facts->Append(*object);
+    }
     m_Rect.Include(facts.rect);
     m_Area += facts.length > 0.0 ? facts.area : SignedAreaTo(*object, m_Facts->GetOrigin());
     m_HasArc = m_HasArc || facts.isArc;
@@ -353,11 +374,11 @@ std::unique_ptr<CPolygon> CRingUnfolder::TakeRing(CLinkedPathObject* ring, CTake
     {
         if (element->m_Run != nullptr)
         {
-            AddRun(*element->m_Run, element->m_IsRunReversed);
+            AddRun(*element->m_Run, element->m_IsReversed);
         }
         else if (element->m_PathObject->IsValid())
         {
-            AddObject(element->m_PathObject);
+            AddObject(*element);
         }
     }
     m_Facts->Complete(m_Objects);

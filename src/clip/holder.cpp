@@ -134,6 +134,7 @@ void CLinkedPathObject::TakeObject(CPathObjectBase* object)
 {
     delete m_PathObject;
     m_PathObject = object;
+    m_Place = NoPlace;
 }
 
 } // namespace geometry

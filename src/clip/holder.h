@@ -16,6 +16,9 @@ namespace geometry
 class CRingIndex;
 struct TFoldedRun;
 
+/// Of what isn't an object of a folded outline.
+constexpr std::size_t NoPlace = static_cast<std::size_t>(-1);
+
 /// One element of a ring. Its object runs from its start point to its end point, where the object of the next holder
 /// starts. A ring is built open (outer links null) and closed before a run.
 class CPathObjectHolder
@@ -57,6 +60,7 @@ public:
     bool m_WasIntersection = false;           ///< stays when `m_IsIntersection` is cleared
     TFoldedRun const* m_Run = nullptr; ///< what the holder stands for if that is more than its object, which then is a
                                        ///< segment from the start to the end of it; not owned
+    std::size_t m_Place = NoPlace;     ///< of the shared object, if that is one of a folded outline
     CRingMemory* m_Memory;             ///< of the ring; not owned
 };
 
@@ -104,7 +108,8 @@ public:
     CLinkedPathObject* m_Previous = nullptr; ///< not owned
     CLinkedPathObject* m_NextRing = nullptr; ///< at the first element of a ring: the next result ring; owned
     TFoldedRun const* m_Run = nullptr;       ///< as in a holder
-    bool m_IsRunReversed = false;
+    std::size_t m_Place = NoPlace;           ///< of the object that this is a clone of
+    bool m_IsReversed = false;               ///< the run, or the clone
     bool m_IsBackward = false; ///< at the head of a growing ring: the vertices of the object stand in reverse
 };
 

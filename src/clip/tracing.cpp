@@ -54,6 +54,7 @@ bool GrowHead(CPathObjectBase const & object, CLinkedPathObject & head, bool rev
         old.Reverse();
         head.m_IsBackward = true;
     }
+    head.m_Place = NoPlace;
     CPolylineInternals::ContinueWith(static_cast<CPathObjectPolyline &>(old),
                                      static_cast<CPathObjectPolyline const &>(object), !reverse);
     return true;
@@ -74,18 +75,19 @@ namespace
 {
 
 /// As `AppendToResultRing`; `take` makes the object that goes into the ring if it doesn't end up in one that is there.
+/// True if it stands there by itself.
 template <typename Take>
-void AppendTaken(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse,
+bool AppendTaken(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse,
                  CRingMemory & memory, Take const & take)
 {
     if (object == nullptr ||
         (object->GetStartPoint() == object->GetEndPoint() && object->GetInbetweenPoint() == object->GetStartPoint()))
     {
-        return; // a bridge, or another object without extent
+        return false; // a bridge, or another object without extent
     }
     if (ring != nullptr && ring->m_Run == nullptr && GrowHead(*object, *ring, reverse))
     {
-        return;
+        return false;
     }
     std::unique_ptr<CPathObjectBase> taken = take();
     if (reverse)
@@ -98,10 +100,11 @@ void AppendTaken(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObjec
         if (CPathObjectBase* const joined = taken->Append(ring->m_PathObject))
         {
             ring->TakeObject(joined);
-            return;
+            return false;
         }
     }
     PutBeforeResultRing(std::move(taken), ring, memory);
+    return true;
 }
 
 } // namespace
@@ -211,16 +214,21 @@ void AppendHolderToResultRing(CPathObjectHolder* holder, std::unique_ptr<CLinked
     {
         CPathObjectBase const* const object = holder->GetPathObject();
         bool const isPiece = holder->m_OwnObject != nullptr && object->GetUserInfo() == nullptr;
-        AppendTaken(object, ring, reverse, *holder->m_Memory,
-                    [&] {
-                        return std::unique_ptr<CPathObjectBase>(isPiece ? std::exchange(holder->m_OwnObject, nullptr)
-                                                                        : object->Clone());
-                    });
+        bool const isShared = holder->m_OwnObject == nullptr;
+        auto const take = [&] {
+            return std::unique_ptr<CPathObjectBase>(isPiece ? std::exchange(holder->m_OwnObject, nullptr)
+                                                            : object->Clone());
+        };
+        if (AppendTaken(object, ring, reverse, *holder->m_Memory, take) && isShared)
+        {
+            ring->m_Place = holder->m_Place;
+            ring->m_IsReversed = reverse;
+        }
         return;
     }
     PutBeforeResultRing(std::unique_ptr<CPathObjectBase>(holder->GetPathObject()->Clone()), ring, *holder->m_Memory);
     ring->m_Run = holder->m_Run;
-    ring->m_IsRunReversed = reverse;
+    ring->m_IsReversed = reverse;
     if (reverse)
     {
         ring->m_PathObject->Reverse();

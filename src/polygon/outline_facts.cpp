@@ -209,8 +209,7 @@ void COutlineFacts::Reserve(std::size_t count)
 TObjectFacts COutlineFacts::Append(CPathObjectBase const & object)
 {
     TObjectFacts const facts = Describe(object, m_Origin);
-    Append(facts);
-    m_OpenJoints.push_back(m_Count - 1);
+    AppendClone(facts);
     return facts;
 }
 

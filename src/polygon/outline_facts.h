@@ -61,6 +61,12 @@ public:
     /// The point to which areas are measured.
     TPoint<double> const & GetOrigin() const { return m_Origin; }
     std::size_t GetCount() const { return m_Count; }
+    /// Those of one object, also if it is `turned` round.
+    TObjectFacts GetFacts(std::size_t object, bool turned) const
+    {
+        std::size_t const b = FindBlock(object);
+        return m_Blocks[b]->Get(object - m_Starts[b], turned);
+    }
     TFactsSum Sum(std::size_t first, std::size_t last) const;
     /// How far the sum of all areas may be from the true one, and any other computation of it, in an outline within
     /// `bounds`.
@@ -125,6 +131,12 @@ public:
     void Reserve(std::size_t count);
     /// Puts the facts of an object behind the others.
     TObjectFacts Append(CPathObjectBase const & object);
+    /// The same for a clone of an object, of which `facts` are known.
+    void AppendClone(TObjectFacts const & facts)
+    {
+        Append(facts);
+        m_OpenJoints.push_back(m_Count - 1);
+    }
     /// The same for a run of objects of `source`, which loses their facts. Each is apart from the next one. They may be
     /// turned round.
     void AppendRun(COutlineFacts & source, std::size_t first, std::size_t last, bool isReversed);
