@@ -15,16 +15,15 @@ namespace geometry
 namespace
 {
 
-constexpr std::size_t MinIndexedCount = 6;   // holders; below, a walk over all is as fast
 constexpr std::size_t MinSearchedCount = 24; // of a range; below, a loop is as fast
 constexpr unsigned int QuestionsBeforeIndex = 4;
-constexpr double ArcRoom = 0.11;       // above the distances at which a point counts as on an arc or as near it
-constexpr double SizeRoom = 1.1e-7;    // of the object: above that at which a point counts as near
 constexpr double RelativeRoom = 1e-12; // of the largest coordinate: far above 100 units in the last place
+
+} // namespace
 
 /// The rectangle of the object with room for the tolerances of its questions. Everything, where these can't be told.
 /// `arc`: of the object, or null.
-CBoundingRect<double> RectWithRoom(CPathObjectBase const & object, TArcReading const* arc)
+CBoundingRect<double> CRingIndex::RectWithRoom(CPathObjectBase const & object, TArcReading const* arc)
 {
     CBoundingRect<double> rect = object.GetBoundingRect();
     double const largest =
@@ -47,14 +46,12 @@ CBoundingRect<double> RectWithRoom(CPathObjectBase const & object, TArcReading c
     return rect;
 }
 
-} // namespace
-
 void CRingIndex::Serve(CPathObjectHolder* ring, CFold* fold)
 {
     m_Ring = ring;
     m_Fold = fold;
     m_Questions = 0;
-    m_IsShort = false;
+    m_IsEmpty = false;
     m_Objects.clear();
     m_Count = 0;
     m_IsIndexed = false;
@@ -80,7 +77,7 @@ void CRingIndex::AddBridge(CPathObjectBase const & bridge)
 bool CRingIndex::MakeIndexIfItPays()
 {
     ++m_Questions;
-    if (m_IsShort || !IsIndexUsed(m_Questions >= QuestionsBeforeIndex))
+    if (m_IsEmpty || !IsIndexUsed(m_Questions >= QuestionsBeforeIndex))
     {
         return false;
     }
@@ -94,8 +91,8 @@ bool CRingIndex::MakeIndexIfItPays()
         }
         holder = holder->m_Next;
     } while (holder != m_Ring);
-    m_IsShort = m_Objects.empty() || !IsIndexUsed(m_Objects.size() >= MinIndexedCount);
-    if (!m_IsShort)
+    m_IsEmpty = m_Objects.empty();
+    if (!m_IsEmpty)
     {
         ReadObjects();
         m_Index.Rebuild(m_Rects);
@@ -133,6 +130,12 @@ void CRingIndex::ReadObjects()
         else
         {
             m_Rects[i] = RectWithRoom(object, nullptr);
+            std::ptrdiff_t const points = isArc ? 0 : object.GetPointsEnd() - object.GetPointsBegin();
+            if (points > 1 && points <= MaxSegments + 1)
+            {
+                m_Before[i].pointCount = static_cast<std::uint32_t>(points);
+                m_Before[i].points = &*object.GetPointsBegin();
+            }
         }
         m_Before[i].startX = start->x;
         m_Before[i + 1].irregular = m_Before[i].irregular + (isTold ? 0 : 1);
@@ -164,7 +167,6 @@ bool CRingIndex::IsRangeCrossedOneByOne(TRange const & range, TPoint<double> con
     return isOdd;
 }
 
-/// The object is an arc that is clearly too far from the point to hold it: counts it without any tolerance.
 bool CRingIndex::PassesArc(std::size_t i, CProbe & probe, bool & isOdd) const
 {
     if (m_Before[i].arcs == m_Before[i + 1].arcs)
@@ -172,9 +174,7 @@ bool CRingIndex::PassesArc(std::size_t i, CProbe & probe, bool & isOdd) const
         return false;
     }
     auto const & arc = static_cast<CPathObjectArc const &>(*m_Objects[i]);
-    CBoundingRect<double> const & rect = arc.GetBoundingRect();
-    double const room = std::max(ArcRoom, SizeRoom * std::max(rect.maxX - rect.minX, rect.maxY - rect.minY));
-    if (!IsClearlyFarther(arc, probe.GetPoint(), room) || probe.IsNearAbscissa())
+    if (!IsClearlyFarther(arc, probe.GetPoint(), LargestTolerance(arc.GetBoundingRect())) || probe.IsNearAbscissa())
     {
         return false;
     }

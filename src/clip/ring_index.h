@@ -12,6 +12,7 @@
 #include "clip/ring_position.h"
 #include "numeric/chain_index.h"
 #include "path/probe_parity.h"
+#include "path/segment_kernels.h"
 
 namespace geometry
 {
@@ -61,13 +62,17 @@ public:
     static void Focus(CPathObjectHolder const* ring, CBoundingRect<double> const & rect);
 
 private:
-    static constexpr double FocusRoom = 0.1; ///< the most that a question may ask for
+    static constexpr double ArcRoom = 0.11;    ///< above the distances at which a point counts as on an arc or as near
+    static constexpr double SizeRoom = 1.1e-7; ///< of the object: above that at which a point counts as near
+    static constexpr double FocusRoom = 0.1;   ///< the most that a question may ask for
     static constexpr std::size_t MaxNearby = 64;
+    static constexpr std::ptrdiff_t MaxSegments = 8; ///< of a polyline that is passed without its own search
 
     bool FindIndex() { return m_IsIndexed || MakeIndexIfItPays(); }
     bool MakeIndexIfItPays();
     void LookUp(CBoundingRect<double> const & rect);
     void ReadObjects();
+    static CBoundingRect<double> RectWithRoom(CPathObjectBase const & object, TArcReading const* arc);
 
     /// A point, and whether it is near abscissas at which arcs need care: looked up at most once.
     class CProbe
@@ -101,9 +106,11 @@ private:
     };
     struct TBefore
     {
-        double startX = 0.0;         ///< where the object begins; the one before ends there, if it is told by its ends
-        std::uint32_t irregular = 0; ///< how many before may count otherwise than by their ends
-        std::uint32_t arcs = 0;      ///< how many before may do so near some abscissas
+        double startX = 0.0;          ///< where the object begins; the one before ends there, if it is told by its ends
+        std::uint32_t irregular = 0;  ///< how many before may count otherwise than by their ends
+        std::uint32_t arcs = 0;       ///< how many before may do so near some abscissas
+        std::uint32_t pointCount = 0; ///< of the object, if it is a polyline of a few segments
+        TPoint<double> const* points = nullptr; ///< these; not owned
     };
 
     TRange MakeRange(std::size_t first, std::size_t last) const
@@ -120,6 +127,32 @@ private:
         return range.isTold && (!range.hasArc || !probe.IsNearAbscissa())
                    ? IsClearlyLess(point.x, range.startX) != IsClearlyLess(point.x, range.endX)
                    : IsRangeCrossedOneByOne(range, point);
+    }
+    /// The object is clearly too far from the point to hold it: counts it without any tolerance.
+    bool Passes(std::size_t i, CProbe & probe, bool & isOdd) const
+    {
+        return m_Before[i].pointCount != 0 ? PassesSegments(i, probe.GetPoint(), isOdd) : PassesArc(i, probe, isOdd);
+    }
+    /// Above the distances at which a point counts as on an object within `rect`, or as near it.
+    static double LargestTolerance(CBoundingRect<double> const & rect)
+    {
+        return std::max(ArcRoom, SizeRoom * std::max(rect.maxX - rect.minX, rect.maxY - rect.minY));
+    }
+    bool PassesSegments(std::size_t i, TPoint<double> const & point, bool & isOdd) const
+    {
+        TPoint<double> const* const points = m_Before[i].points;
+        double const room = LargestTolerance(m_Objects[i]->GetBoundingRect());
+        bool isCrossed = false;
+        for (std::uint32_t k = 1; k < m_Before[i].pointCount; ++k)
+        {
+            if (!IsClearlyOffLine(points[k - 1], points[k], point, room))
+            {
+                return false;
+            }
+            isCrossed = isCrossed != PassesAbove(points[k - 1], points[k], point.x, point.y);
+        }
+        isOdd = isOdd != isCrossed;
+        return true;
     }
     bool PassesArc(std::size_t i, CProbe & probe, bool & isOdd) const;
     bool IsRangeCrossedOneByOne(TRange const & range, TPoint<double> const & point) const;
@@ -162,7 +195,7 @@ private:
         if (!IsInFocus(point, extraRoom))
         {
             m_Index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, at); },
-                         [&](std::size_t i) { return PassesArc(i, probe, isOdd) || visit(*m_Objects[i]); }, take);
+                         [&](std::size_t i) { return Passes(i, probe, isOdd) || visit(*m_Objects[i]); }, take);
             return isOdd;
         }
         for (TRange const & range : m_Above)
@@ -176,7 +209,7 @@ private:
             {
                 take(nearby.object, nearby.object + 1);
             }
-            else if (action == CChainIndex::EAction::eOpen && !PassesArc(nearby.object, probe, isOdd) &&
+            else if (action == CChainIndex::EAction::eOpen && !Passes(nearby.object, probe, isOdd) &&
                      !visit(*m_Objects[nearby.object]))
             {
                 break;
@@ -208,7 +241,7 @@ private:
     CFold* m_Fold = nullptr; ///< not owned
     unsigned int m_Questions = 0;
     std::size_t m_Count = 0;                       ///< of holders, when the service began
-    bool m_IsShort = false;                        ///< too few objects for an index
+    bool m_IsEmpty = false;                        ///< all objects are folded
     std::vector<CPathObjectBase const*> m_Objects; ///< of the ring; not owned
     std::vector<TBefore> m_Before;                 ///< one an object, and one behind the last
     CProbeAbscissas m_Abscissas;                   ///< near which arcs need care
