@@ -70,34 +70,53 @@ bool IsSteadyArc(CPathObjectArc const & arc, TArcReading const & reading)
            !IsReadBesideRect(arc.GetBoundingRect(), reading.sweep);
 }
 
-void CProbeAbscissas::Add(CPathObjectArc const & arc)
+namespace
+{
+
+/// Calls `visit(low, high)` for the intervals around the abscissas of the arc.
+template <typename Visit>
+void ForEachAbscissa(CPathObjectArc const & arc, Visit const & visit)
 {
     CBoundingRect<double> const & rect = arc.GetBoundingRect();
     TPoint<double> const* const points = CArcInternals::GetPoints(arc);
     double const x = points[2].x;
     double const radius = arc.GetRadius();
     double const room = 10.0 * LargestMisfit + 1e-6 * radius + 1e-9 * (std::fabs(x) + radius);
+    visit(points[0].x - room, points[0].x + room);
+    visit(points[1].x - room, points[1].x + room);
+    // left and right of the arc nothing is to be decided: the line doesn't meet it
+    if (x - radius + 2.0 * room > rect.minX)
+    {
+        visit(x - radius - room, x - radius + room);
+    }
+    if (x + radius - 2.0 * room < rect.maxX)
+    {
+        visit(x + radius - room, x + radius + room);
+    }
+}
+
+} // namespace
+
+bool IsNearAbscissa(CPathObjectArc const & arc, double x)
+{
+    bool isNear = false;
+    ForEachAbscissa(arc, [&](double low, double high) { isNear = isNear || !(x < low || x > high); });
+    return isNear;
+}
+
+void CProbeAbscissas::Add(CPathObjectArc const & arc)
+{
     if (m_Intervals.empty())
     {
         m_Intervals.reserve(FewIntervals);
     }
-    auto const add = [&](double at)
-    {
-        m_Intervals.push_back({at - room, at + room});
-        m_Low = std::min(m_Low, at - room);
-        m_High = std::max(m_High, at + room);
-    };
-    add(points[0].x);
-    add(points[1].x);
-    // left and right of the arc nothing is to be decided: the line doesn't meet it
-    if (x - radius + 2.0 * room > rect.minX)
-    {
-        add(x - radius);
-    }
-    if (x + radius - 2.0 * room < rect.maxX)
-    {
-        add(x + radius);
-    }
+    ForEachAbscissa(arc,
+                    [&](double low, double high)
+                    {
+                        m_Intervals.push_back({low, high});
+                        m_Low = std::min(m_Low, low);
+                        m_High = std::max(m_High, high);
+                    });
 }
 
 void CProbeAbscissas::Clear()

@@ -27,6 +27,9 @@ TArcReading ReadArc(CPathObjectArc const & arc);
 bool IsSteadyArc(CPathObjectArc const & arc);
 bool IsSteadyArc(CPathObjectArc const & arc, TArcReading const & reading);
 
+/// `x` is near one of the abscissas of the arc, which must be as for `CProbeAbscissas`.
+bool IsNearAbscissa(CPathObjectArc const & arc, double x);
+
 /// The abscissas of arcs near which rounding decides: those of their ends and of the left and right end of their
 /// circles. Anywhere else the ray upward from a point below the arc crosses it an odd number of times if its ends lie
 /// on different sides, and else an even number of times, as any curve, and the computation comes to the same.
