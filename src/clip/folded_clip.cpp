@@ -225,11 +225,11 @@ std::unique_ptr<CPolygon> TakePlainRing(CLinkedPathObject* ring)
 }
 
 /// The runs whose objects polygons of the result have taken over. When it goes, the outline that they come from goes,
-/// too.
+/// too, and leaves its memory to the outline of the next result.
 class CTakenRuns
 {
 public:
-    explicit CTakenRuns(CPolygon & source) : m_Source(source) {}
+    CTakenRuns(CPolygon & source, CPolygon::PathObjects & spare) : m_Source(source), m_Spare(spare) {}
     CTakenRuns(CTakenRuns const &) = delete;
     CTakenRuns & operator=(CTakenRuns const &) = delete;
 
@@ -245,7 +245,22 @@ public:
         }
         DeleteObjects(outline, kept, outline.size());
         outline.clear();
+        m_Spare.swap(outline);
+        outline.clear();
         CPolygonInternals::ClearOutline(m_Source);
+    }
+
+    /// An empty outline with room for `count` objects, and for what the next steps may add.
+    CPolygon::PathObjects MakeOutline(std::size_t count)
+    {
+        CPolygon::PathObjects outline;
+        m_Spare.clear();
+        outline.swap(m_Spare);
+        if (outline.capacity() < count)
+        {
+            outline.reserve(count + count / 8);
+        }
+        return outline;
     }
 
     /// So that runs can be added without an exception.
@@ -262,6 +277,7 @@ private:
     }
 
     CPolygon & m_Source;
+    CPolygon::PathObjects & m_Spare;
     std::vector<TFoldedRun const*> m_Runs;
 };
 
@@ -367,7 +383,7 @@ std::unique_ptr<CPolygon> CRingUnfolder::TakeRing(CLinkedPathObject* ring, CTake
         return TakePlainRing(ring);
     }
     taken.Reserve(runs);
-    m_Objects.reserve(count + 1);
+    m_Objects = taken.MakeOutline(count + 1);
     m_Facts->Reserve(count);
     auto polygon = std::make_unique<CPolygon>();
     for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
@@ -430,7 +446,7 @@ void CPolygonClipGreinerHormannBased<T>::TakeResultPolygons(std::vector<CPolygon
     };
     if (m_Source != nullptr && m_Fold != nullptr)
     {
-        CTakenRuns taken(*m_Source);
+        CTakenRuns taken(*m_Source, m_Spare);
         take([&](CLinkedPathObject* ring) { return CRingUnfolder(*m_Fold, *m_Source).TakeRing(ring, taken); });
     }
     else

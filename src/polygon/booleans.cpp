@@ -86,8 +86,9 @@ void AppendPartsInHoles(PolygonVector & work, CPolygon const & polygon, CPolygon
     for (CPolygon const* hole : clip.GetHoles())
     {
         OwningPolygonVector parts;
+        std::unique_ptr<Clipper> const clipper(CreateClipper());
         bool const isSolid = IsIndexUsed(true) && hole->GetHoles().empty() && !HasUserInfo(polygon);
-        if (isSolid ? IntersectWithSolid(polygon, parts, *hole) : polygon.IntersectPolygon(parts, *hole))
+        if (isSolid ? IntersectWithSolid(polygon, parts, *hole, *clipper) : polygon.IntersectPolygon(parts, *hole))
         {
             AppendPolygons(work, parts);
         }
@@ -288,18 +289,17 @@ bool IntersectPolygonRange(CPolygon const & polygon, PolygonVector & result, Pol
     return DoIntersectCore(result, range, *clipper) != Clipper::eClipFailed;
 }
 
-bool IntersectWithSolid(CPolygon const & polygon, PolygonVector & result, CPolygon const & solid)
+bool IntersectWithSolid(CPolygon const & polygon, PolygonVector & result, CPolygon const & solid, Clipper & clipper)
 {
     DeletePolygons(result);
-    std::unique_ptr<Clipper> const clipper(CreateClipper());
     EClipResult const r = polygon.GetBoundingRect().Overlaps(solid.GetBoundingRect())
-                              ? RunFoldedIntersection(*clipper, solid, polygon)
+                              ? RunFoldedIntersection(clipper, solid, polygon)
                               : Clipper::eClipSeparate;
     OwningPolygonVector pieces;
     switch (r)
     {
     case Clipper::eClipResultReady:
-        clipper->TakeResultPolygons(pieces);
+        clipper.TakeResultPolygons(pieces);
         NestRings(pieces);
         break;
     case Clipper::eClipClipInsideSubject:
@@ -315,7 +315,7 @@ bool IntersectWithSolid(CPolygon const & polygon, PolygonVector & result, CPolyg
         PushPolygon(result, std::make_unique<CPolygon>(polygon));
         return true;
     }
-    return CarryHolesOver(polygon, result, pieces, solid, *clipper);
+    return CarryHolesOver(polygon, result, pieces, solid, clipper);
 }
 
 bool XORPolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range)

@@ -25,7 +25,7 @@ bool IntersectPolygonRange(CPolygon const & polygon, PolygonVector & result, Pol
 
 /// The same for one polygon without holes, and a first one without user info: only what stays of that is copied, and
 /// less is read if facts of it are kept.
-bool IntersectWithSolid(CPolygon const & polygon, PolygonVector & result, CPolygon const & solid);
+bool IntersectWithSolid(CPolygon const & polygon, PolygonVector & result, CPolygon const & solid, Clipper & clipper);
 
 /// Empties `result`, deleting, and fills it with the symmetric difference of `polygon` and the one in `range`.
 bool XORPolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range);

@@ -112,7 +112,7 @@ bool CSubtractTile::Subtract(CPolygon const & subject, TCutters const & cutters,
     }
     if (CPolygonInternals::HasFacts(subject))
     {
-        IntersectWithSolid(subject, m_Pieces, *m_WorkRect);
+        IntersectWithSolid(subject, m_Pieces, *m_WorkRect, clipper);
     }
     else
     {
@@ -135,6 +135,10 @@ bool CSubtractTile::Subtract(CPolygon const & subject, TCutters const & cutters,
         {
             bool const isTaken = cutters.areUsedUp && IsAloneWith(*cutter);
             PushPolygon(parts, isTaken ? CPolygonInternals::TakeOutline(*cutter) : std::make_unique<CPolygon>(*cutter));
+        }
+        else if (IsIndexUsed(true) && cutter->GetHoles().empty())
+        {
+            IntersectWithSolid(*m_SearchRect, parts, *cutter, clipper);
         }
         else
         {

@@ -170,20 +170,25 @@ CPolygon::EPolygonWinding CPolygon::GetWindingDirection() const
     {
         return known;
     }
-    constexpr std::size_t usualPoints = 3; // of an object
+    constexpr std::size_t usualPoints = 4; // of an object
     CPathObjectBase::Points points;
-    points.reserve(usualPoints * m_Outline.size());
-    for (CPathObjectBase const* object : m_Outline)
+    points.reserve(usualPoints);
+    for (std::size_t i = m_Outline.size(); i-- > 0 && points.empty();)
     {
-        object->AppendValidWindingPoints(points);
+        m_Outline[i]->AppendValidWindingPoints(points);
     }
+    TPoint<double> before = points.empty() ? TPoint<double>() : points.back();
     // twice the signed area; a sum of zero or NaN counts as positive
     double sum = 0.0;
-    for (std::size_t i = 0; i < points.size(); ++i)
+    for (CPathObjectBase const* object : m_Outline)
     {
-        TPoint<double> const & p = points[i];
-        TPoint<double> const & before = i == 0 ? points.back() : points[i - 1];
-        sum = (p.y * before.x + sum) - p.x * before.y;
+        points.clear();
+        object->AppendValidWindingPoints(points);
+        for (TPoint<double> const & p : points)
+        {
+            sum = (p.y * before.x + sum) - p.x * before.y;
+            before = p;
+        }
     }
     EPolygonWinding const winding = sum < 0.0 ? eWindingNegative : eWindingPositive;
     m_WindingDirection = HasArc(m_Outline) ? CorrectWindingOfLongArcs(winding) : winding;
