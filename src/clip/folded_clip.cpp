@@ -207,7 +207,7 @@ std::unique_ptr<CPolygon> TakeClosedObject(CPathObjectBase*& object)
 
 std::unique_ptr<CPolygon> TakePlainRing(CLinkedPathObject* ring)
 {
-    CPathObjectBase*& first = ring->m_PathObject;
+    CPathObjectBase*& first = ring->OwnObject();
     if (ring->m_Next == nullptr && first->IsValid() && first->GetEndPoint() == first->GetStartPoint())
     {
         return TakeClosedObject(first);
@@ -217,7 +217,7 @@ std::unique_ptr<CPolygon> TakePlainRing(CLinkedPathObject* ring)
     {
         if (element->m_PathObject->IsValid())
         {
-            objects.emplace_back(element->m_PathObject);
+            objects.emplace_back(element->OwnObject());
             element->m_PathObject = nullptr;
         }
     }
@@ -408,6 +408,10 @@ std::unique_ptr<CPolygon> CRingUnfolder::TakeRing(CLinkedPathObject* ring, CTake
         }
         else if (element->m_PathObject->IsValid())
         {
+            if (element->m_IsBorrowed)
+            {
+                CPolygonInternals::OutlineOf(m_Source)[element->m_Place] = nullptr;
+            }
             element->m_PathObject = nullptr;
         }
     }

@@ -102,15 +102,21 @@ public:
 
     /// Replaces the object; the old one is deleted.
     void TakeObject(CPathObjectBase* object);
+    /// The object, to be changed or given away: its own one.
+    CPathObjectBase*& OwnObject();
 
-    CPathObjectBase* m_PathObject;           ///< owned
+    CPathObjectBase* m_PathObject;           ///< owned, unless it is borrowed
     CLinkedPathObject* m_Next = nullptr;     ///< owned
     CLinkedPathObject* m_Previous = nullptr; ///< not owned
     CLinkedPathObject* m_NextRing = nullptr; ///< at the first element of a ring: the next result ring; owned
     TFoldedRun const* m_Run = nullptr;       ///< as in a holder
-    std::size_t m_Place = NoPlace;           ///< of the object that this is a clone of
+    std::size_t m_Place = NoPlace;           ///< of the object of a folded outline that this one is, or is a clone of
+    bool m_IsBorrowed = false;               ///< the object at that place itself
     bool m_IsReversed = false;               ///< the run, or the clone
     bool m_IsBackward = false; ///< at the head of a growing ring: the vertices of the object stand in reverse
+
+private:
+    void DropObject();
 };
 
 /// Walks the objects of a ring once round. A whole ring is the range from `(h, false)` to `(h, true)`.

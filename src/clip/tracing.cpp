@@ -14,12 +14,26 @@ namespace geometry
 namespace
 {
 
+struct TDeleteIfOwned
+{
+    bool isOwned = true;
+    void operator()(CPathObjectBase* object) const
+    {
+        if (isOwned)
+        {
+            delete object;
+        }
+    }
+};
+/// On its way into a result ring: its own, or borrowed.
+using TakenObject = std::unique_ptr<CPathObjectBase, TDeleteIfOwned>;
+
 /// A new element with `object` at the head of `ring`, which may be null.
-void PutBeforeResultRing(std::unique_ptr<CPathObjectBase> object, std::unique_ptr<CLinkedPathObject> & ring,
-                         CRingMemory & memory)
+void PutBeforeResultRing(TakenObject object, std::unique_ptr<CLinkedPathObject> & ring, CRingMemory & memory)
 {
     SettleHead(ring.get());
     std::unique_ptr<CLinkedPathObject> element(new (memory) CLinkedPathObject(object.get()));
+    element->m_IsBorrowed = !object.get_deleter().isOwned;
     object.release();
     if (ring != nullptr)
     {
@@ -38,17 +52,18 @@ void PutBeforeResultRing(std::unique_ptr<CPathObjectBase> object, std::unique_pt
 /// head in reverse, so that a ring of many pieces isn't copied for each of them.
 bool GrowHead(CPathObjectBase const & object, CLinkedPathObject & head, bool reverse)
 {
-    CPathObjectBase & old = *head.m_PathObject;
-    if (!object.CanAppendVertex() || !old.CanAppendVertex() || !object.IsValid() || !old.IsValid() ||
-        object.GetUserInfo() != nullptr || old.GetUserInfo() != nullptr)
+    CPathObjectBase const & present = *head.m_PathObject;
+    if (!object.CanAppendVertex() || !present.CanAppendVertex() || !object.IsValid() || !present.IsValid() ||
+        object.GetUserInfo() != nullptr || present.GetUserInfo() != nullptr)
     {
         return false;
     }
     TPoint<double> const & end = reverse ? object.GetStartPoint() : object.GetEndPoint();
-    if (!(end == (head.m_IsBackward ? old.GetEndPoint() : old.GetStartPoint())))
+    if (!(end == (head.m_IsBackward ? present.GetEndPoint() : present.GetStartPoint())))
     {
         return false;
     }
+    CPathObjectBase & old = *head.OwnObject();
     if (!head.m_IsBackward)
     {
         old.Reverse();
@@ -89,7 +104,7 @@ bool AppendTaken(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObjec
     {
         return false;
     }
-    std::unique_ptr<CPathObjectBase> taken = take();
+    TakenObject taken = take();
     if (reverse)
     {
         taken->Reverse();
@@ -112,7 +127,7 @@ bool AppendTaken(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObjec
 void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse,
                         CRingMemory & memory)
 {
-    AppendTaken(object, ring, reverse, memory, [&] { return std::unique_ptr<CPathObjectBase>(object->Clone()); });
+    AppendTaken(object, ring, reverse, memory, [&] { return TakenObject(object->Clone()); });
 }
 
 void CloseResultRing(CLinkedPathObject* ring)
@@ -178,7 +193,7 @@ void CleanupResultRing(CLinkedPathObject* ring)
     for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
     {
         bool const isAlone = element->m_Next == nullptr && element->m_Previous == nullptr;
-        if (element->m_Run == nullptr)
+        if (element->m_Run == nullptr && !element->m_IsBorrowed) // nothing is to be cleaned of one that is
         {
             element->m_PathObject->Cleanup(isAlone);
         }
@@ -206,8 +221,17 @@ void CleanupResultRings(CLinkedPathObject* results)
 namespace
 {
 
+/// Cleaning up finds nothing to do, and nobody counts the clones.
+bool IsAlwaysClean(CPathObjectBase const & object)
+{
+    return object.GetUserInfo() == nullptr &&
+           (!object.CanAppendVertex() ||
+            (object.IsSingleSegment() && !(object.GetStartPoint() == object.GetEndPoint())));
+}
+
 /// The objects that `holder` stands for, at the head of `ring`. A piece that only the holder has goes there itself: a
-/// walk passes each holder once. One with a user info is cloned, as its owner may count the clones.
+/// walk passes each holder once. One with a user info is cloned, as its owner may count the clones. An object of a
+/// folded outline, which may become part of the result, is borrowed until that is certain.
 void AppendHolderToResultRing(CPathObjectHolder* holder, std::unique_ptr<CLinkedPathObject> & ring, bool reverse)
 {
     if (holder->m_Run == nullptr)
@@ -215,9 +239,11 @@ void AppendHolderToResultRing(CPathObjectHolder* holder, std::unique_ptr<CLinked
         CPathObjectBase const* const object = holder->GetPathObject();
         bool const isPiece = holder->m_OwnObject != nullptr && object->GetUserInfo() == nullptr;
         bool const isShared = holder->m_OwnObject == nullptr;
-        auto const take = [&] {
-            return std::unique_ptr<CPathObjectBase>(isPiece ? std::exchange(holder->m_OwnObject, nullptr)
-                                                            : object->Clone());
+        bool const isBorrowed = isShared && !reverse && holder->m_Place != NoPlace && IsAlwaysClean(*object);
+        auto const take = [&]
+        {
+            return isBorrowed ? TakenObject(const_cast<CPathObjectBase*>(object), TDeleteIfOwned{false})
+                              : TakenObject(isPiece ? std::exchange(holder->m_OwnObject, nullptr) : object->Clone());
         };
         if (AppendTaken(object, ring, reverse, *holder->m_Memory, take) && isShared)
         {
@@ -226,7 +252,7 @@ void AppendHolderToResultRing(CPathObjectHolder* holder, std::unique_ptr<CLinked
         }
         return;
     }
-    PutBeforeResultRing(std::unique_ptr<CPathObjectBase>(holder->GetPathObject()->Clone()), ring, *holder->m_Memory);
+    PutBeforeResultRing(TakenObject(holder->GetPathObject()->Clone()), ring, *holder->m_Memory);
     ring->m_Run = holder->m_Run;
     ring->m_IsReversed = reverse;
     if (reverse)
