@@ -42,8 +42,9 @@ public:
     EClipResult RunFoldedIntersection(CPolygon const & first, CPolygon const & second);
     /// Of the last run; null if nothing is folded.
     CFold const* GetFold() const { return m_Fold.get(); }
-    /// Of all result rings, folded objects left out. For a folded run.
-    double GetResultLength() const;
+    /// Of all result rings, folded objects left out. For a folded run, which keeps the lengths for the facts of its
+    /// result.
+    double GetResultLength();
 
 protected:
     friend struct CTestAccess;

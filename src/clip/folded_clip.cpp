@@ -171,7 +171,7 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipGreinerHormannBased<T>::Ru
 }
 
 template <typename T>
-double CPolygonClipGreinerHormannBased<T>::GetResultLength() const
+double CPolygonClipGreinerHormannBased<T>::GetResultLength()
 {
     COutlineFacts const & facts = CPolygonInternals::FactsOf(m_Fold->GetPolygon());
     auto const lengthOf = [&](CLinkedPathObject const & element)
@@ -180,11 +180,12 @@ double CPolygonClipGreinerHormannBased<T>::GetResultLength() const
         return known.isSteady ? known.length : element.m_PathObject->CalculateLength();
     };
     double length = 0.0;
-    for (CLinkedPathObject const* ring = m_Results; ring != nullptr; ring = ring->m_NextRing)
+    for (CLinkedPathObject* ring = m_Results; ring != nullptr; ring = ring->m_NextRing)
     {
-        for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
+        for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
         {
-            length += element->m_Run == nullptr ? lengthOf(*element) : 0.0;
+            element->m_Length = element->m_Run == nullptr ? lengthOf(*element) : 0.0;
+            length += element->m_Length;
         }
     }
     return length;
@@ -296,6 +297,7 @@ public:
 private:
     void AddObject(CLinkedPathObject const & element);
     void AddRun(TFoldedRun const & run, bool isReversed);
+    void Continue(std::size_t first, std::size_t last, bool isApart);
     CPolygon::EPolygonWinding FindWinding() const;
 
     CPolygon & m_Source;
@@ -306,7 +308,19 @@ private:
     CBoundingRect<double> m_Rect;
     double m_Area = 0.0;
     bool m_HasArc = false;
+    std::size_t m_ApartAt = NoPlace; ///< the object there, if it comes next, is apart from the one before it
 };
+
+/// The objects of the source from `first` to before `last` come next, in their order. The last one is apart from that
+/// behind it, if `isApart`.
+void CRingUnfolder::Continue(std::size_t first, std::size_t last, bool isApart)
+{
+    if (m_ApartAt == first)
+    {
+        m_Facts->CloseJoint();
+    }
+    m_ApartAt = isApart ? last : NoPlace;
+}
 
 /// What is known of an object that was cloned for the result goes on to hold, if cleaning up has left it alone.
 void CRingUnfolder::AddObject(CLinkedPathObject const & element)
@@ -318,13 +332,15 @@ void CRingUnfolder::AddObject(CLinkedPathObject const & element)
     {
         facts = m_SourceFacts.GetFacts(element.m_Place, element.m_IsReversed);
     }
+    bool const isAsItWas = facts.isSteady && !element.m_IsReversed;
+    Continue(isAsItWas ? element.m_Place : NoPlace - 1, isAsItWas ? element.m_Place + 1 : NoPlace, facts.isApart);
     if (facts.isSteady)
     {
         m_Facts->AppendClone(facts);
     }
     else
     {
-        facts = m_Facts->Append(*object);
+        facts = m_Facts->Append(*object, element.m_Length);
     }
     m_Rect.Include(facts.rect);
     m_Area += facts.length > 0.0 ? facts.area : SignedAreaTo(*object, m_Facts->GetOrigin());
@@ -350,6 +366,8 @@ void CRingUnfolder::AddRun(TFoldedRun const & run, bool isReversed)
             m_Objects[i]->Reverse();
         }
     }
+    Continue(isReversed ? NoPlace - 1 : run.first, run.last,
+             !isReversed && m_SourceFacts.GetFacts(run.last - 1, false).isApart);
     m_Facts->AppendRun(m_SourceFacts, run.first, run.last, isReversed);
     m_Rect.Include(run.rect);
     m_Area += isReversed ? -run.area : run.area;
@@ -468,7 +486,7 @@ void CPolygonClipGreinerHormannBased<T>::TakeResultPolygons(std::vector<CPolygon
 using FoldingClipper = CPolygonClipGreinerHormannBased<double>;
 template void FoldingClipper::TakeResultPolygons(std::vector<CPolygon*> &);
 template void FoldingClipper::ReadFolded(CPolygon const &, TPoint<double> const*);
-template double FoldingClipper::GetResultLength() const;
+template double FoldingClipper::GetResultLength();
 template FoldingClipper::EClipResult FoldingClipper::RunFoldedClip(CPolygon const &, CPolygon &);
 template FoldingClipper::EClipResult FoldingClipper::RunFoldedIntersection(CPolygon const &, CPolygon const &);
 template FoldingClipper::EClipResult FoldingClipper::RunFolded(CPolygon const &, CPolygon const &);

@@ -111,6 +111,7 @@ public:
     CLinkedPathObject* m_NextRing = nullptr; ///< at the first element of a ring: the next result ring; owned
     TFoldedRun const* m_Run = nullptr;       ///< as in a holder
     std::size_t m_Place = NoPlace;           ///< of the object of a folded outline that this one is, or is a clone of
+    double m_Length = 0.0;                   ///< of the finished object, once it was asked for
     bool m_IsBorrowed = false;               ///< the object at that place itself
     bool m_IsReversed = false;               ///< the run, or the clone
     bool m_IsBackward = false; ///< at the head of a growing ring: the vertices of the object stand in reverse

@@ -56,7 +56,7 @@ bool IsSteadyPolyline(CPathObjectPolyline const & polyline)
     return IsClean(polyline) && IsClean(reversed);
 }
 
-TObjectFacts Describe(CPathObjectBase const & object, TPoint<double> const & origin)
+TObjectFacts Describe(CPathObjectBase const & object, TPoint<double> const & origin, double length)
 {
     TObjectFacts facts;
     facts.rect = object.GetBoundingRect();
@@ -65,7 +65,7 @@ TObjectFacts Describe(CPathObjectBase const & object, TPoint<double> const & ori
         !(object.GetStartPoint() == object.GetEndPoint()))
     {
         facts.area = SignedAreaTo(object, origin);
-        facts.length = object.CalculateLength();
+        facts.length = length > 0.0 ? length : object.CalculateLength();
         if (CPathObjectArc const* arc = AsArc(object))
         {
             facts.isSteady = IsSteadyArc(*arc);
@@ -206,9 +206,9 @@ void COutlineFacts::Reserve(std::size_t count)
     m_OpenJoints.reserve(std::min(count, fewJoints));
 }
 
-TObjectFacts COutlineFacts::Append(CPathObjectBase const & object)
+TObjectFacts COutlineFacts::Append(CPathObjectBase const & object, double length)
 {
-    TObjectFacts const facts = Describe(object, m_Origin);
+    TObjectFacts const facts = Describe(object, m_Origin, length);
     AppendClone(facts);
     return facts;
 }
@@ -307,7 +307,7 @@ void COutlineFacts::MoveByNothing(Outline const & outline, std::size_t first, st
             if (i >= first && i < last && !block.At(k).isFirm)
             {
                 outline[i]->Translate(0.0, 0.0); // an arc gets its radius anew
-                TObjectFacts const moved = Describe(*outline[i], m_Origin);
+                TObjectFacts const moved = Describe(*outline[i], m_Origin, 0.0);
                 TObjectFacts & facts = block.At(k);
                 facts.rect = moved.rect;
                 facts.length = moved.length;

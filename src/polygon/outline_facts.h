@@ -129,8 +129,8 @@ public:
 
     /// For an outline of `count` objects.
     void Reserve(std::size_t count);
-    /// Puts the facts of an object behind the others.
-    TObjectFacts Append(CPathObjectBase const & object);
+    /// Puts the facts of an object behind the others. `length`: its length, or 0 if that isn't known.
+    TObjectFacts Append(CPathObjectBase const & object, double length = 0.0);
     /// The same for a clone of an object, of which `facts` are known.
     void AppendClone(TObjectFacts const & facts)
     {
@@ -140,6 +140,8 @@ public:
     /// The same for a run of objects of `source`, which loses their facts. Each is apart from the next one. They may be
     /// turned round.
     void AppendRun(COutlineFacts & source, std::size_t first, std::size_t last, bool isReversed);
+    /// The last object is apart from the next one to be appended, as its facts say.
+    void CloseJoint() { m_OpenJoints.pop_back(); }
     /// To be called after all have been appended: finds out what depends on their neighbours.
     void Complete(Outline const & outline);
     /// Moves the objects from `first` to before `last` by nothing, except those that this wouldn't change.
