@@ -64,7 +64,7 @@ protected:
     CBoundingRect<double> m_ClipRect;           ///< around what was read into the clip ring
     std::unique_ptr<CFold> m_Fold;              ///< of the subject; null in a plain run
     CPolygon* m_Source = nullptr;               ///< of the objects of its runs, which the results take; not owned
-    CPolygon::PathObjects m_Spare;              ///< of the outline that was folded last; empty
+    TSpareOutline m_Spare;                      ///< of the outline that was folded last
 };
 
 /// The one clipper that there is.

@@ -230,7 +230,7 @@ std::unique_ptr<CPolygon> TakePlainRing(CLinkedPathObject* ring)
 class CTakenRuns
 {
 public:
-    CTakenRuns(CPolygon & source, CPolygon::PathObjects & spare) : m_Source(source), m_Spare(spare) {}
+    CTakenRuns(CPolygon & source, TSpareOutline & spare) : m_Source(source), m_Spare(spare) {}
     CTakenRuns(CTakenRuns const &) = delete;
     CTakenRuns & operator=(CTakenRuns const &) = delete;
 
@@ -246,8 +246,8 @@ public:
         }
         DeleteObjects(outline, kept, outline.size());
         outline.clear();
-        m_Spare.swap(outline);
-        outline.clear();
+        m_Spare.objects.swap(outline);
+        m_Spare.facts = CPolygonInternals::TakeFacts(m_Source);
         CPolygonInternals::ClearOutline(m_Source);
     }
 
@@ -255,13 +255,28 @@ public:
     CPolygon::PathObjects MakeOutline(std::size_t count)
     {
         CPolygon::PathObjects outline;
-        m_Spare.clear();
-        outline.swap(m_Spare);
+        outline.swap(m_Spare.objects);
         if (outline.capacity() < count)
         {
             outline.reserve(count + count / 8);
         }
         return outline;
+    }
+
+    /// No facts yet, with memory for those of `count` objects.
+    std::shared_ptr<COutlineFacts> MakeFacts(TPoint<double> const & origin, std::size_t count)
+    {
+        std::shared_ptr<COutlineFacts> facts = std::move(m_Spare.facts);
+        if (facts != nullptr && facts.use_count() == 1)
+        {
+            facts->Restart(origin);
+        }
+        else
+        {
+            facts = std::make_shared<COutlineFacts>(origin);
+        }
+        facts->Reserve(count);
+        return facts;
     }
 
     /// So that runs can be added without an exception.
@@ -278,7 +293,7 @@ private:
     }
 
     CPolygon & m_Source;
-    CPolygon::PathObjects & m_Spare;
+    TSpareOutline & m_Spare;
     std::vector<TFoldedRun const*> m_Runs;
 };
 
@@ -287,8 +302,7 @@ class CRingUnfolder
 {
 public:
     CRingUnfolder(CFold const & fold, CPolygon & source)
-        : m_Source(source), m_IsShifted(fold.IsShifted()), m_SourceFacts(CPolygonInternals::FactsOf(m_Source)),
-          m_Facts(std::make_shared<COutlineFacts>(m_SourceFacts.GetOrigin()))
+        : m_Source(source), m_IsShifted(fold.IsShifted()), m_SourceFacts(CPolygonInternals::FactsOf(m_Source))
     {
     }
 
@@ -402,7 +416,7 @@ std::unique_ptr<CPolygon> CRingUnfolder::TakeRing(CLinkedPathObject* ring, CTake
     }
     taken.Reserve(runs);
     m_Objects = taken.MakeOutline(count + 1);
-    m_Facts->Reserve(count);
+    m_Facts = taken.MakeFacts(m_SourceFacts.GetOrigin(), count);
     auto polygon = std::make_unique<CPolygon>();
     for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
     {

@@ -197,6 +197,22 @@ double COutlineFacts::GetAreaRounding(CBoundingRect<double> const & bounds) cons
 
 // --- growing ---
 
+void COutlineFacts::Restart(TPoint<double> const & origin)
+{
+    for (std::unique_ptr<TBlock> & block : m_Blocks)
+    {
+        if (block != nullptr && m_Spare.size() < MaxSpare)
+        {
+            m_Spare.push_back(std::move(block));
+        }
+    }
+    m_Origin = origin;
+    m_Count = 0;
+    m_Blocks.clear();
+    m_Starts.clear();
+    m_OpenJoints.clear();
+}
+
 void COutlineFacts::Reserve(std::size_t count)
 {
     constexpr std::size_t fewJoints = 16;                  // runs have none
@@ -213,11 +229,25 @@ TObjectFacts COutlineFacts::Append(CPathObjectBase const & object, double length
     return facts;
 }
 
+std::unique_ptr<COutlineFacts::TBlock> COutlineFacts::MakeBlock()
+{
+    if (m_Spare.empty())
+    {
+        return std::make_unique<TBlock>();
+    }
+    std::unique_ptr<TBlock> block = std::move(m_Spare.back());
+    m_Spare.pop_back();
+    block->count = 0;
+    block->isReversed = false;
+    block->isSummed = false;
+    return block;
+}
+
 void COutlineFacts::Append(TObjectFacts const & facts)
 {
     if (m_Blocks.empty() || m_Blocks.back()->count == Capacity)
     {
-        m_Blocks.push_back(std::make_unique<TBlock>());
+        m_Blocks.push_back(MakeBlock());
     }
     TBlock & block = *m_Blocks.back();
     block.Straighten();

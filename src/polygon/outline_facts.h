@@ -127,6 +127,8 @@ public:
              [&](std::size_t i, TObjectFacts const & facts) { return !mayHold(facts) || visit(i); });
     }
 
+    /// Forgets everything, but keeps memory for facts of another outline.
+    void Restart(TPoint<double> const & origin);
     /// For an outline of `count` objects.
     void Reserve(std::size_t count);
     /// Puts the facts of an object behind the others. `length`: its length, or 0 if that isn't known.
@@ -149,6 +151,7 @@ public:
 
 private:
     static constexpr std::size_t Capacity = 16;
+    static constexpr std::size_t MaxSpare = 16;
 
     struct TBlock
     {
@@ -166,14 +169,16 @@ private:
     };
 
     std::size_t FindBlock(std::size_t object) const;
+    std::unique_ptr<TBlock> MakeBlock();
     void Append(TObjectFacts const & facts);
     void AppendBlock(std::unique_ptr<TBlock> & block, std::size_t begin, std::size_t end, bool isReversed);
 
     TPoint<double> m_Origin;
     std::size_t m_Count = 0;
     std::vector<std::unique_ptr<TBlock>> m_Blocks;
-    std::vector<std::size_t> m_Starts;     ///< the first object of each block
-    std::vector<std::size_t> m_OpenJoints; ///< objects of which isn't known whether they are apart, ascending
+    std::vector<std::unique_ptr<TBlock>> m_Spare; ///< to be used again
+    std::vector<std::size_t> m_Starts;            ///< the first object of each block
+    std::vector<std::size_t> m_OpenJoints;        ///< objects of which isn't known whether they are apart, ascending
 };
 
 } // namespace geometry

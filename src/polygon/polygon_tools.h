@@ -182,6 +182,8 @@ struct CPolygonInternals
     /// The same, where it was found out before.
     static COutlineFacts & FactsOf(CPolygon & polygon) { return *polygon.m_Facts; }
     static COutlineFacts const & FactsOf(CPolygon const & polygon) { return *polygon.m_Facts; }
+    /// The same, which then aren't kept with the polygon any more; null if there are none.
+    static std::shared_ptr<COutlineFacts> TakeFacts(CPolygon & polygon) { return std::move(polygon.m_Facts); }
     static CPolygon::PolygonHash & HolesOf(CPolygon & polygon) { return polygon.m_Holes; }
     static bool IsProbeCountOdd(CPolygon const & polygon, TPoint<double> const & point)
     {
