@@ -57,12 +57,19 @@ CPolygonClipGreinerHormannBased<T>::~CPolygonClipGreinerHormannBased()
 }
 
 template <typename T>
+void CPolygonClipGreinerHormannBased<T>::DeleteRings()
+{
+    DeleteRing(m_SubjectRing);
+    DeleteRing(m_ClipRing);
+    m_Memory.ReleaseRings();
+}
+
+template <typename T>
 void CPolygonClipGreinerHormannBased<T>::Clear()
 {
     delete m_Results;
     m_Results = nullptr;
-    DeleteRing(m_SubjectRing);
-    DeleteRing(m_ClipRing);
+    DeleteRings();
     m_Memory.Release();
     m_Fold.reset();
     m_Source = nullptr;
@@ -279,6 +286,8 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCrossingR
     auto const isMember = MembershipOf<T>(this->m_Operation);
     CFold* const fold = this->m_Fold.get();
     CRegionProof proof({this->m_SubjectRect, this->m_ClipRect}, subject, clip, isMember, fold);
+    m_SubjectIndex.Shrink();
+    m_ClipIndex.Shrink();
     bool areClosed = true;
     for (CLinkedPathObject* ring = this->m_Results; ring != nullptr; ring = ring->m_NextRing)
     {
@@ -295,7 +304,12 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCrossingR
         fold->Fail();
         return this->eClipRetry;
     }
-    return proof.Holds() ? this->eClipResultReady : this->eClipRetry;
+    if (!proof.Holds())
+    {
+        return this->eClipRetry;
+    }
+    this->DeleteRings();
+    return this->eClipResultReady;
 }
 
 template <typename T>

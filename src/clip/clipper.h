@@ -54,6 +54,8 @@ protected:
     virtual EClipResult DoClip() = 0;
     EClipResult RunFolded(CPolygon const & first, CPolygon const & second);
     void ReadFolded(CPolygon const & first, TPoint<double> const* shift);
+    /// They have done their service, and what they leave serves the results.
+    void DeleteRings();
 
     CRingMemory m_Memory;                       ///< of all rings
     CLinkedPathObject* m_Results = nullptr;     ///< head of the chain of result rings; owned

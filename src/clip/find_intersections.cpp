@@ -10,6 +10,7 @@
 #include "clip/clipper.h"
 #include "clip/ring_position.h"
 #include "numeric/nearby_pieces.h"
+#include "path/polyline_internals.h"
 #include "path/split_helpers.h"
 
 namespace geometry
@@ -183,7 +184,16 @@ bool CutObject(CPathObjectHolder* holder, TPieces & pieces, OnPiece onPiece)
     pieces.Clear();
     if (holder->HasSplitPositions())
     {
-        holder->GetPathObject()->DoSplits(holder->GetSplitPositions(), pieces.list);
+        CPathObjectBase const & object = *holder->GetPathObject();
+        if (IsPolyline(holder))
+        {
+            CPolylineInternals::DoSplits(static_cast<CPathObjectPolyline const &>(object), holder->GetSplitPositions(),
+                                         pieces.list, holder->m_Memory->GetPieces());
+        }
+        else
+        {
+            object.DoSplits(holder->GetSplitPositions(), pieces.list);
+        }
     }
     holder->ClearSplitPositions();
     bool hasIntersection = false;

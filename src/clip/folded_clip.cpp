@@ -105,7 +105,7 @@ void CPolygonClipGreinerHormannBased<T>::ReadFolded(CPolygon const & first, TPoi
         {
             last = last != nullptr ? last->m_Next : m_SubjectRing;
             last->m_Run = isRun ? &*run : nullptr;
-            last->m_Place = i;
+            last->m_Place = static_cast<std::uint32_t>(std::min<std::size_t>(i, NoPlace));
         }
         i = isRun ? run++->last : i + 1;
     }
@@ -309,6 +309,8 @@ public:
     std::unique_ptr<CPolygon> TakeRing(CLinkedPathObject* ring, CTakenRuns & taken);
 
 private:
+    static constexpr std::size_t Nowhere = static_cast<std::size_t>(-1);
+
     void AddObject(CLinkedPathObject const & element);
     void AddRun(TFoldedRun const & run, bool isReversed);
     void Continue(std::size_t first, std::size_t last, bool isApart);
@@ -322,7 +324,7 @@ private:
     CBoundingRect<double> m_Rect;
     double m_Area = 0.0;
     bool m_HasArc = false;
-    std::size_t m_ApartAt = NoPlace; ///< the object there, if it comes next, is apart from the one before it
+    std::size_t m_ApartAt = Nowhere; ///< the object there, if it comes next, is apart from the one before it
 };
 
 /// The objects of the source from `first` to before `last` come next, in their order. The last one is apart from that
@@ -333,7 +335,7 @@ void CRingUnfolder::Continue(std::size_t first, std::size_t last, bool isApart)
     {
         m_Facts->CloseJoint();
     }
-    m_ApartAt = isApart ? last : NoPlace;
+    m_ApartAt = isApart ? last : Nowhere;
 }
 
 /// What is known of an object that was cloned for the result goes on to hold, if cleaning up has left it alone.
@@ -347,7 +349,8 @@ void CRingUnfolder::AddObject(CLinkedPathObject const & element)
         facts = m_SourceFacts.GetFacts(element.m_Place, element.m_IsReversed);
     }
     bool const isAsItWas = facts.isSteady && !element.m_IsReversed;
-    Continue(isAsItWas ? element.m_Place : NoPlace - 1, isAsItWas ? element.m_Place + 1 : NoPlace, facts.isApart);
+    Continue(isAsItWas ? element.m_Place : Nowhere - 1, isAsItWas ? std::size_t{element.m_Place} + 1 : Nowhere,
+             facts.isApart);
     if (facts.isSteady)
     {
         m_Facts->AppendClone(facts);
@@ -380,7 +383,7 @@ void CRingUnfolder::AddRun(TFoldedRun const & run, bool isReversed)
             m_Objects[i]->Reverse();
         }
     }
-    Continue(isReversed ? NoPlace - 1 : run.first, run.last,
+    Continue(isReversed ? Nowhere - 1 : run.first, run.last,
              !isReversed && m_SourceFacts.GetFacts(run.last - 1, false).isApart);
     m_Facts->AppendRun(m_SourceFacts, run.first, run.last, isReversed);
     m_Rect.Include(run.rect);

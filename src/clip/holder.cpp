@@ -19,7 +19,7 @@ CPathObjectBase::SplitPositionList & CPathObjectHolder::GetSplitPositions()
     using List = CPathObjectBase::SplitPositionList;
     if (m_SplitPositions == nullptr)
     {
-        void* const place = m_Memory->GetCuts().allocate(sizeof(List), alignof(List));
+        void* const place = m_Memory->TakeForCuts(sizeof(List));
         m_SplitPositions = new (place) List(&m_Memory->GetCuts());
     }
     return *m_SplitPositions;
@@ -51,8 +51,7 @@ void CPathObjectHolder::TakeObject(CPathObjectBase* object)
 
 CPathObjectHolder* MakeHolder(CRingMemory & memory)
 {
-    void* const place = memory.GetHolders().allocate(sizeof(CPathObjectHolder), alignof(CPathObjectHolder));
-    return new (place) CPathObjectHolder(memory);
+    return new (memory.TakeForHolder(sizeof(CPathObjectHolder))) CPathObjectHolder(memory);
 }
 
 void DeleteRing(CPathObjectHolder*& ring)

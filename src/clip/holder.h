@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <memory>
 
@@ -17,7 +18,15 @@ class CRingIndex;
 struct TFoldedRun;
 
 /// Of what isn't an object of a folded outline.
-constexpr std::size_t NoPlace = static_cast<std::size_t>(-1);
+constexpr std::uint32_t NoPlace = 0xFFFFFFFF;
+
+/// Where a trace goes on from a holder.
+enum EWalkDirection : std::uint8_t
+{
+    eWalkUnmarked = 0,
+    eWalkBackward = 1, ///< the part of the ring before the holder belongs to the result
+    eWalkForward = 2   ///< the part of the ring after the holder belongs to the result
+};
 
 /// One element of a ring. Its object runs from its start point to its end point, where the object of the next holder
 /// starts. A ring is built open (outer links null) and closed before a run.
@@ -51,25 +60,17 @@ public:
     CPathObjectHolder* m_NextRing = nullptr; ///< a further ring of the same side; stays null
     CPathObjectBase::SplitPositionList* m_SplitPositions =
         nullptr;                              ///< owned, in the memory of the ring; null until asked
-    bool m_IsIntersection = false;            ///< the start point is an intersection
-    int m_Direction = 0;                      ///< EWalkDirection: where a trace goes on from here
     CPathObjectHolder* m_Neighbour = nullptr; ///< the same intersection on the other ring; not owned
-    bool m_Visited = false;                   ///< the trace has passed here
-    bool m_NewVertex = false;                 ///< made by a cut, not a vertex of the input
     CRingIndex* m_RingIndex = nullptr;        ///< answers point questions to the ring; not owned
-    bool m_WasIntersection = false;           ///< stays when `m_IsIntersection` is cleared
     TFoldedRun const* m_Run = nullptr; ///< what the holder stands for if that is more than its object, which then is a
                                        ///< segment from the start to the end of it; not owned
-    std::size_t m_Place = NoPlace;     ///< of the shared object, if that is one of a folded outline
     CRingMemory* m_Memory;             ///< of the ring; not owned
-};
-
-/// Values of `CPathObjectHolder::m_Direction`.
-enum EWalkDirection
-{
-    eWalkUnmarked = 0,
-    eWalkBackward = 1, ///< the part of the ring before the holder belongs to the result
-    eWalkForward = 2   ///< the part of the ring after the holder belongs to the result
+    EWalkDirection m_Direction = eWalkUnmarked; ///< where a trace goes on from here
+    bool m_IsIntersection = false;              ///< the start point is an intersection
+    bool m_WasIntersection = false;             ///< stays when `m_IsIntersection` is cleared
+    bool m_NewVertex : 1 = false;               ///< made by a cut, not a vertex of the input
+    bool m_Visited : 1 = false;                 ///< the trace has passed here
+    std::uint32_t m_Place = NoPlace;            ///< of the shared object, if that is one of a folded outline
 };
 
 /// A new holder, not linked yet. It goes with the ring that it is linked into.
@@ -90,7 +91,7 @@ class CLinkedPathObject
 {
 public:
     /// Elements are made in the memory of a clip, and that goes as a whole: to delete one destroys it only.
-    static void* operator new(std::size_t size, CRingMemory & memory) { return memory.GetHolders().allocate(size); }
+    static void* operator new(std::size_t size, CRingMemory & memory) { return memory.TakeForResult(size); }
     static void operator delete(void*, CRingMemory &) {}
     static void operator delete(void*) {}
 
@@ -110,8 +111,8 @@ public:
     CLinkedPathObject* m_Previous = nullptr; ///< not owned
     CLinkedPathObject* m_NextRing = nullptr; ///< at the first element of a ring: the next result ring; owned
     TFoldedRun const* m_Run = nullptr;       ///< as in a holder
-    std::size_t m_Place = NoPlace;           ///< of the object of a folded outline that this one is, or is a clone of
     double m_Length = 0.0;                   ///< of the finished object, once it was asked for
+    std::uint32_t m_Place = NoPlace;         ///< of the object of a folded outline that this one is, or is a clone of
     bool m_IsBorrowed = false;               ///< the object at that place itself
     bool m_IsReversed = false;               ///< the run, or the clone
     bool m_IsBackward = false; ///< at the head of a growing ring: the vertices of the object stand in reverse

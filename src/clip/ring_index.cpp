@@ -17,7 +17,8 @@ namespace
 
 constexpr std::size_t MinSearchedCount = 24; // of a range; below, a loop is as fast
 constexpr unsigned int QuestionsBeforeIndex = 4;
-constexpr double RelativeRoom = 1e-12; // of the largest coordinate: far above 100 units in the last place
+constexpr std::size_t MaxKeptCapacity = 4096; // of objects, from run to run
+constexpr double RelativeRoom = 1e-12;        // of the largest coordinate: far above 100 units in the last place
 
 } // namespace
 
@@ -51,7 +52,7 @@ void CRingIndex::Serve(CPathObjectHolder* ring, CFold* fold)
     m_Ring = ring;
     m_Fold = fold;
     m_Questions = 0;
-    m_IsEmpty = false;
+    m_IsWalked = false;
     m_Objects.clear();
     m_Count = 0;
     m_IsIndexed = false;
@@ -66,6 +67,20 @@ void CRingIndex::Serve(CPathObjectHolder* ring, CFold* fold)
     } while (holder != ring);
 }
 
+void CRingIndex::Shrink()
+{
+    if (m_IsIndexed && m_Objects.capacity() > MaxKeptCapacity)
+    {
+        m_IsWalked = true;
+        m_IsIndexed = false;
+        m_Index = CChainIndex();
+        m_Objects = {};
+        m_Before = {};
+        m_Rects = {};
+        m_Focus.Reset();
+    }
+}
+
 void CRingIndex::AddBridge(CPathObjectBase const & bridge)
 {
     if (m_IsIndexed) // else it is found in the ring
@@ -77,7 +92,7 @@ void CRingIndex::AddBridge(CPathObjectBase const & bridge)
 bool CRingIndex::MakeIndexIfItPays()
 {
     ++m_Questions;
-    if (m_IsEmpty || !IsIndexUsed(m_Questions >= QuestionsBeforeIndex))
+    if (m_IsWalked || !IsIndexUsed(m_Questions >= QuestionsBeforeIndex))
     {
         return false;
     }
@@ -91,8 +106,8 @@ bool CRingIndex::MakeIndexIfItPays()
         }
         holder = holder->m_Next;
     } while (holder != m_Ring);
-    m_IsEmpty = m_Objects.empty();
-    if (!m_IsEmpty)
+    m_IsWalked = m_Objects.empty();
+    if (!m_IsWalked)
     {
         ReadObjects();
         m_Index.Rebuild(m_Rects);

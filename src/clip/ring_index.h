@@ -26,6 +26,8 @@ public:
     /// Makes `ring` answer through this index. The index must live as long as the ring is asked, and so must `fold`,
     /// which answers for the folded runs of the ring; null if there are none.
     void Serve(CPathObjectHolder* ring, CFold* fold);
+    /// Few questions come from now on, if any: gives the memory of a large ring back.
+    void Shrink();
     /// A bridge was linked into the ring, which must live as long as the ring is asked.
     void AddBridge(CPathObjectBase const & bridge);
 
@@ -241,7 +243,7 @@ private:
     CFold* m_Fold = nullptr; ///< not owned
     unsigned int m_Questions = 0;
     std::size_t m_Count = 0;                       ///< of holders, when the service began
-    bool m_IsEmpty = false;                        ///< all objects are folded
+    bool m_IsWalked = false;                       ///< all objects are folded, or no question is to come
     std::vector<CPathObjectBase const*> m_Objects; ///< of the ring; not owned
     std::vector<TBefore> m_Before;                 ///< one an object, and one behind the last
     CProbeAbscissas m_Abscissas;                   ///< near which arcs need care

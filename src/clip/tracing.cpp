@@ -229,6 +229,16 @@ bool IsAlwaysClean(CPathObjectBase const & object)
             (object.IsSingleSegment() && !(object.GetStartPoint() == object.GetEndPoint())));
 }
 
+/// The object that only the holder has, or what is in it.
+std::unique_ptr<CPathObjectBase> TakeFrom(CPathObjectHolder & holder)
+{
+    if (auto* const polyline = dynamic_cast<CBorrowingPolyline*>(holder.m_OwnObject))
+    {
+        return CPolylineInternals::TakeOver(*polyline);
+    }
+    return std::unique_ptr<CPathObjectBase>(std::exchange(holder.m_OwnObject, nullptr));
+}
+
 /// The objects that `holder` stands for, at the head of `ring`. A piece that only the holder has goes there itself: a
 /// walk passes each holder once. One with a user info is cloned, as its owner may count the clones. An object of a
 /// folded outline, which may become part of the result, is borrowed until that is certain.
@@ -243,7 +253,7 @@ void AppendHolderToResultRing(CPathObjectHolder* holder, std::unique_ptr<CLinked
         auto const take = [&]
         {
             return isBorrowed ? TakenObject(const_cast<CPathObjectBase*>(object), TDeleteIfOwned{false})
-                              : TakenObject(isPiece ? std::exchange(holder->m_OwnObject, nullptr) : object->Clone());
+                              : TakenObject(isPiece ? TakeFrom(*holder).release() : object->Clone());
         };
         if (AppendTaken(object, ring, reverse, *holder->m_Memory, take) && isShared)
         {

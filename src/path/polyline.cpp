@@ -238,7 +238,7 @@ void CPathObjectPolyline::ContinueWith(CPathObjectPolyline const & other, bool r
     Points const & added = other.m_Points;
     if (m_Points.size() + added.size() > m_Points.capacity())
     {
-        m_Points.reserve(2 * m_Points.size() + added.size()); // more may follow
+        m_Points.reserve(std::max(m_Points.size() + added.size(), 2 * m_Points.size())); // more may follow
     }
     m_Points.pop_back();
     if (reverse)

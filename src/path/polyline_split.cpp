@@ -11,6 +11,7 @@
 #include <geometry/arc/path_object_arc.h>
 
 #include "numeric/nearby_pieces.h"
+#include "path/polyline_internals.h"
 #include "path/segment_kernels.h"
 #include "path/split_helpers.h"
 
@@ -187,7 +188,9 @@ void CPathObjectPolyline::AppendVertexRange(PointIterator first, PointIterator l
     m_SegmentIndex.Clear();
 }
 
-void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vector<SplitPiece> & pieces) const
+template <typename Make>
+void CPathObjectPolyline::CutInto(SplitPositionList const & positions, std::vector<SplitPiece> & pieces,
+                                  Make const & make) const
 {
     if (positions.empty())
     {
@@ -201,7 +204,7 @@ void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vec
     // from the last cut, if it is between vertices, along those before `behind`, to the cut `to` if there is one
     auto const addPiece = [&](PointIterator behind, SplitPoint const* to)
     {
-        auto piece = std::make_unique<CPathObjectPolyline>();
+        std::unique_ptr<CPathObjectPolyline> piece(make());
         piece->SetUserInfo(CloneUserInfo());
         bool const beginsBetween = hasLast && !lastAtVertex;
         piece->m_Points.reserve(static_cast<std::size_t>(behind - cur) + (beginsBetween ? 1 : 0) +
@@ -253,6 +256,25 @@ void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vec
         }
     }
     addPiece(m_Points.end(), nullptr);
+}
+
+void CPathObjectPolyline::DoSplits(SplitPositionList const & positions, std::vector<SplitPiece> & pieces) const
+{
+    CutInto(positions, pieces, [] { return new CPathObjectPolyline; });
+}
+
+void CPolylineInternals::DoSplits(CPathObjectPolyline const & polyline, SplitPositionList const & positions,
+                                  std::vector<SplitPiece> & pieces, std::pmr::memory_resource & memory)
+{
+    polyline.CutInto(positions, pieces, [&] { return new (memory) CBorrowingPolyline; });
+}
+
+std::unique_ptr<CPathObjectPolyline> CPolylineInternals::TakeOver(CPathObjectPolyline & polyline)
+{
+    auto taken = std::make_unique<CPathObjectPolyline>();
+    std::swap(taken->m_Points, polyline.m_Points);
+    taken->m_BoundingRect = polyline.m_BoundingRect;
+    return taken;
 }
 
 } // namespace geometry

@@ -107,7 +107,9 @@ void PrintRings(std::ostream & text, CPathObjectHolder const* subject, CPathObje
             number.emplace(h, number.size()), holders.push_back(h);
     for (CPathObjectHolder const* h : holders)
     {
-        text << '\n' << h->m_IsIntersection << h->m_WasIntersection << h->m_NewVertex << h->m_Direction << ' ';
+        text << '\n'
+             << h->m_IsIntersection << h->m_WasIntersection << h->m_NewVertex << static_cast<int>(h->m_Direction)
+             << ' ';
         text << number[h->m_Neighbour] << ' ' << h->GetPathObject()->CanAppendVertex();
         for (auto const & entry : h->HasSplitPositions() ? *h->m_SplitPositions : CPathObjectBase::SplitPositionList())
             for (auto const & point : entry.second)

@@ -152,6 +152,8 @@ private:
 
     CChainIndex const* FindSegmentIndex(bool isWorthIt) const;
     void AppendVertexRange(PointIterator first, PointIterator last);
+    template <typename Make>
+    void CutInto(SplitPositionList const & positions, std::vector<SplitPiece> & pieces, Make const & make) const;
     void ContinueWith(CPathObjectPolyline const & other, bool reverse);
     bool IsClosed() const;
     bool RemoveDuplicatesAndSpikes();
