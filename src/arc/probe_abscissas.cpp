@@ -70,34 +70,61 @@ bool IsSteadyArc(CPathObjectArc const & arc, TArcReading const & reading)
            !IsReadBesideRect(arc.GetBoundingRect(), reading.sweep);
 }
 
-void CProbeAbscissas::Add(CPathObjectArc const & arc)
+namespace
+{
+
+/// Calls `visit(low, high)` for the intervals around the abscissas of the arc.
+template <typename Visit>
+void ForEachAbscissa(CPathObjectArc const & arc, Visit const & visit)
 {
     CBoundingRect<double> const & rect = arc.GetBoundingRect();
     TPoint<double> const* const points = CArcInternals::GetPoints(arc);
     double const x = points[2].x;
     double const radius = arc.GetRadius();
     double const room = 10.0 * LargestMisfit + 1e-6 * radius + 1e-9 * (std::fabs(x) + radius);
+    visit(points[0].x - room, points[0].x + room);
+    visit(points[1].x - room, points[1].x + room);
+    // left and right of the arc nothing is to be decided: the line doesn't meet it
+    if (x - radius + 2.0 * room > rect.minX)
+    {
+        visit(x - radius - room, x - radius + room);
+    }
+    if (x + radius - 2.0 * room < rect.maxX)
+    {
+        visit(x + radius - room, x + radius + room);
+    }
+}
+
+} // namespace
+
+bool IsNearAbscissa(CPathObjectArc const & arc, double x)
+{
+    bool isNear = false;
+    ForEachAbscissa(arc, [&](double low, double high) { isNear = isNear || !(x < low || x > high); });
+    return isNear;
+}
+
+void CProbeAbscissas::Add(CPathObjectArc const & arc)
+{
     if (m_Intervals.empty())
     {
         m_Intervals.reserve(FewIntervals);
     }
-    auto const add = [&](double at)
-    {
-        m_Intervals.push_back({at - room, at + room});
-        m_Low = std::min(m_Low, at - room);
-        m_High = std::max(m_High, at + room);
-    };
-    add(points[0].x);
-    add(points[1].x);
-    // left and right of the arc nothing is to be decided: the line doesn't meet it
-    if (x - radius + 2.0 * room > rect.minX)
-    {
-        add(x - radius);
-    }
-    if (x + radius - 2.0 * room < rect.maxX)
-    {
-        add(x + radius);
-    }
+    ForEachAbscissa(arc,
+                    [&](double low, double high)
+                    {
+                        m_Intervals.push_back({low, high});
+                        m_Low = std::min(m_Low, low);
+                        m_High = std::max(m_High, high);
+                    });
+}
+
+void CProbeAbscissas::Clear()
+{
+    m_Intervals.clear();
+    m_Cells.clear();
+    m_Low = DBL_MAX;
+    m_High = -DBL_MAX;
 }
 
 std::size_t CProbeAbscissas::CellOf(double x) const
@@ -126,12 +153,12 @@ void CProbeAbscissas::Prepare()
         m_Cells[i].first += m_Cells[i - 1].first;
         m_Cells[i].highestBefore = std::max(m_Cells[i].highestBefore, m_Cells[i - 1].highestBefore);
     }
-    std::vector<TInterval> sorted(m_Intervals.size());
+    m_Sorted.resize(m_Intervals.size());
     for (TInterval const & interval : m_Intervals)
     {
-        sorted[m_Cells[CellOf(interval.low)].first++] = interval;
+        m_Sorted[m_Cells[CellOf(interval.low)].first++] = interval;
     }
-    m_Intervals.swap(sorted);
+    m_Intervals.swap(m_Sorted);
     for (std::size_t i = count; i > 0; --i) // each has moved on to where the next one begins
     {
         m_Cells[i].first = m_Cells[i - 1].first;

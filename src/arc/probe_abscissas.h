@@ -27,6 +27,9 @@ TArcReading ReadArc(CPathObjectArc const & arc);
 bool IsSteadyArc(CPathObjectArc const & arc);
 bool IsSteadyArc(CPathObjectArc const & arc, TArcReading const & reading);
 
+/// `x` is near one of the abscissas of the arc, which must be as for `CProbeAbscissas`.
+bool IsNearAbscissa(CPathObjectArc const & arc, double x);
+
 /// The abscissas of arcs near which rounding decides: those of their ends and of the left and right end of their
 /// circles. Anywhere else the ray upward from a point below the arc crosses it an odd number of times if its ends lie
 /// on different sides, and else an even number of times, as any curve, and the computation comes to the same.
@@ -35,6 +38,7 @@ class CProbeAbscissas
 public:
     /// `arc` must be steady, and no full circle.
     void Add(CPathObjectArc const & arc);
+    void Clear();
     /// To be called after the last `Add` and before the first question.
     void Prepare();
     bool IsNear(double x) const;
@@ -56,6 +60,7 @@ private:
     std::size_t CellOf(double x) const;
 
     std::vector<TInterval> m_Intervals; ///< once prepared, by cells
+    std::vector<TInterval> m_Sorted;    ///< on the way
     std::vector<TCell> m_Cells;         ///< none if there are few intervals
     double m_Low = DBL_MAX;             ///< of all intervals
     double m_High = -DBL_MAX;

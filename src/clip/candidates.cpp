@@ -11,6 +11,7 @@ namespace geometry
 namespace
 {
 
+constexpr std::size_t FewHolders = 8; // most rings cross a few times
 constexpr unsigned int CellBits = 12; // cells are far larger than the tolerance, so that few points reach into two
 static_assert((1U << CellBits) > StandardUlpLimit);
 
@@ -25,6 +26,10 @@ void CCandidates::Add(CPathObjectHolder* holder)
 {
     if (holder->m_IsIntersection && holder->m_Neighbour == nullptr)
     {
+        if (m_Waiting.empty())
+        {
+            m_Waiting.reserve(FewHolders);
+        }
         m_Waiting.push_back({holder, None});
     }
 }

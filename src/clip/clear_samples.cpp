@@ -8,6 +8,7 @@
 #include <geometry/arc/path_object_arc.h>
 
 #include "arc/arc_geometry.h"
+#include "arc/as_arc.h"
 #include "clip/ring_index.h"
 #include "path/segment_kernels.h"
 
@@ -248,11 +249,55 @@ CRegionProof::EExpected CRegionProof::ExpectAway(TPoint<double> const & point, C
     return isSubjectKept && isOdd ? EExpected::eInResult : EExpected::eNotInResult;
 }
 
-/// A point may lie below or above the rectangle, or in it: most objects are narrow.
-bool CRegionProof::IsAnyAt(CBoundingRect<double> const & rect) const
+namespace
+{
+
+/// Asks one object for several points whether the ray crosses it an odd number of times: of an arc and a point away from
+/// it that is plain.
+class CObjectProbe
+{
+public:
+    explicit CObjectProbe(CPathObjectBase const & object) : m_Object(object) {}
+
+    bool IsCountOdd(TPoint<double> const & point)
+    {
+        if (IsOutOfWay(m_Object.GetBoundingRect(), point))
+        {
+            return false;
+        }
+        CPathObjectArc const* const arc = AsArc(m_Object);
+        return arc != nullptr && IsPlain(*arc, point) ? IsClearlyCrossed(*arc, point)
+                                                      : IsProbeCountOdd(m_Object, point);
+    }
+
+private:
+    bool IsPlain(CPathObjectArc const & arc, TPoint<double> const & point)
+    {
+        return IsClearlyFarther(arc, point, 1.1 * arcMargin) && !IsNearAbscissa(arc, point.x) && IsSteady(arc);
+    }
+    bool IsSteady(CPathObjectArc const & arc)
+    {
+        if (!m_IsRead)
+        {
+            m_IsRead = true;
+            m_IsSteady = !(arc.GetStartPoint() == arc.GetEndPoint()) && IsSteadyArc(arc);
+        }
+        return m_IsSteady;
+    }
+
+    CPathObjectBase const & m_Object;
+    bool m_IsRead = false;
+    bool m_IsSteady = false;
+};
+
+} // namespace
+
+/// Asks only for points below or above the rectangle of the object, or in it: most objects are narrow.
+void CRegionProof::CountObject(CPathObjectBase const & object)
 {
     constexpr double room = 1e-12; // far above what is tolerated
     constexpr double least = 1e-300;
+    CBoundingRect<double> const & rect = object.GetBoundingRect();
     double const left = rect.minX - (room * std::fabs(rect.minX) + least);
     double const right = rect.maxX + (room * std::fabs(rect.maxX) + least);
     int any = 0;
@@ -260,17 +305,23 @@ bool CRegionProof::IsAnyAt(CBoundingRect<double> const & rect) const
     {
         any |= static_cast<int>(!(x < left)) & static_cast<int>(!(x > right));
     }
-    return any != 0;
+    CObjectProbe probe(object);
+    for (std::size_t i = 0; any != 0 && i < PointCount; ++i)
+    {
+        if (!(m_X[i] < left) && !(m_X[i] > right))
+        {
+            m_IsInResult[i] = m_IsInResult[i] != probe.IsCountOdd(m_Points[i]);
+        }
+    }
 }
 
 void CRegionProof::Count(CLinkedPathObject const* ring)
 {
     for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
     {
-        bool const counts = element->m_Run == nullptr && IsAnyAt(element->m_PathObject->GetBoundingRect());
-        for (std::size_t i = 0; counts && i < PointCount; ++i)
+        if (element->m_Run == nullptr)
         {
-            m_IsInResult[i] = m_IsInResult[i] != IsProbeCountOdd(*element->m_PathObject, m_Points[i]);
+            CountObject(*element->m_PathObject);
         }
     }
 }

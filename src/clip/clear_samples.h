@@ -64,7 +64,7 @@ private:
     static EExpected ExpectAway(TPoint<double> const & point, CPathObjectHolder const* subject,
                                 CPathObjectHolder const* clip, bool isSubjectKept);
 
-    bool IsAnyAt(CBoundingRect<double> const & rect) const;
+    void CountObject(CPathObjectBase const & object);
 
     CFold* m_Fold; ///< not owned
     std::array<TPoint<double>, PointCount> m_Points;

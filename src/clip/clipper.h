@@ -42,8 +42,9 @@ public:
     EClipResult RunFoldedIntersection(CPolygon const & first, CPolygon const & second);
     /// Of the last run; null if nothing is folded.
     CFold const* GetFold() const { return m_Fold.get(); }
-    /// Of all result rings, folded objects left out.
-    double GetResultLength() const;
+    /// Of all result rings, folded objects left out. For a folded run, which keeps the lengths for the facts of its
+    /// result.
+    double GetResultLength();
 
 protected:
     friend struct CTestAccess;
@@ -67,6 +68,7 @@ protected:
     CBoundingRect<double> m_ClipRect;           ///< around what was read into the clip ring
     std::unique_ptr<CFold> m_Fold;              ///< of the subject; null in a plain run
     CPolygon* m_Source = nullptr;               ///< of the objects of its runs, which the results take; not owned
+    TSpareOutline m_Spare;                      ///< of the outline that was folded last
 };
 
 /// The one clipper that there is.

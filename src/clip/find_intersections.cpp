@@ -45,6 +45,7 @@ bool IsPolyline(CPathObjectHolder const* holder)
 std::vector<CPathObjectHolder*> HoldersOf(CPathObjectHolder* ring)
 {
     std::vector<CPathObjectHolder*> holders;
+    holders.reserve(CountHolders(ring));
     ForEachHolder(ring, [&](CPathObjectHolder* holder) { holders.push_back(holder); });
     return holders;
 }
@@ -52,13 +53,17 @@ std::vector<CPathObjectHolder*> HoldersOf(CPathObjectHolder* ring)
 /// Over the rectangles of the objects; null where it doesn't pay, or where a rectangle isn't a proper one.
 std::unique_ptr<CChainIndex> MakeIndex(std::vector<CPathObjectHolder*> const & holders, std::size_t pairs)
 {
+    if (!IsIndexUsed(pairs >= MinPairsForIndex))
+    {
+        return nullptr;
+    }
     std::vector<CBoundingRect<double>> rects;
+    rects.reserve(holders.size());
     for (CPathObjectHolder const* holder : holders)
     {
         rects.push_back(holder->GetPathObject()->GetBoundingRect());
         CBoundingRect<double> const & r = rects.back();
-        if (!IsIndexUsed(pairs >= MinPairsForIndex) || !std::isfinite(r.minX + r.minY) ||
-            !std::isfinite(r.maxX + r.maxY))
+        if (!std::isfinite(r.minX + r.minY) || !std::isfinite(r.maxX + r.maxY))
         {
             return nullptr;
         }

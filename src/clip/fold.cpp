@@ -72,7 +72,7 @@ namespace
 class CKeptRanges
 {
 public:
-    explicit CKeptRanges(std::size_t count) : m_Count(count) {}
+    explicit CKeptRanges(std::size_t count) : m_Count(count) { m_Ranges.reserve(FewRanges); }
 
     /// The objects from `before` ones before `index` to `behind` ones behind it, round the outline.
     void Keep(std::size_t index, std::size_t before, std::size_t behind)
@@ -121,6 +121,8 @@ private:
             m_Ranges.emplace_back(first, last);
         }
     }
+
+    static constexpr std::size_t FewRanges = 8;
 
     std::size_t m_Count;
     std::vector<std::pair<std::size_t, std::size_t>> m_Ranges;

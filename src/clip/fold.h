@@ -26,6 +26,13 @@ struct TFoldedRun
     bool hasArc = false;
 };
 
+/// Memory of an outline that is gone, for the one that replaces it.
+struct TSpareOutline
+{
+    CPolygon::PathObjects objects; ///< empty
+    std::shared_ptr<COutlineFacts> facts;
+};
+
 class CFold
 {
 public:

@@ -92,27 +92,22 @@ void CPolygonClipGreinerHormannBased<T>::ReadFolded(CPolygon const & first, TPoi
     TPoint<double> const nowhere(0.0, 0.0);
     auto const & outline = m_Fold->GetPolygon().GetOutline();
     auto run = m_Fold->GetRuns().begin();
-    std::vector<TFoldedRun const*> runs; // of the holders, null for one with an object of the outline
+    CPathObjectHolder* last = nullptr; // of the subject ring
     for (std::size_t i = 0; i < outline.size();)
     {
-        if (run != m_Fold->GetRuns().end() && run->first == i)
+        bool const isRun = run != m_Fold->GetRuns().end() && run->first == i;
+        if (isRun)
         {
             AddRun(*run, outline, *subjectHelper);
             m_SubjectRect.Include(run->rect);
-            runs.push_back(&*run);
-            i = run++->last;
-            continue;
         }
-        if (AddObject(outline[i++], *subjectHelper, shift != nullptr ? &nowhere : nullptr))
+        if (isRun || AddObject(outline[i], *subjectHelper, shift != nullptr ? &nowhere : nullptr))
         {
-            runs.push_back(nullptr);
+            last = last != nullptr ? last->m_Next : m_SubjectRing;
+            last->m_Run = isRun ? &*run : nullptr;
+            last->m_Place = static_cast<std::uint32_t>(std::min<std::size_t>(i, NoPlace));
         }
-    }
-    CPathObjectHolder* holder = m_SubjectRing;
-    for (TFoldedRun const* stoodFor : runs)
-    {
-        holder->m_Run = stoodFor;
-        holder = holder->m_Next;
+        i = isRun ? run++->last : i + 1;
     }
     this->m_ClipWinding = WindingOf(first);
     this->m_SubjectWinding = WindingOf(m_Fold->GetPolygon());
@@ -176,14 +171,21 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipGreinerHormannBased<T>::Ru
 }
 
 template <typename T>
-double CPolygonClipGreinerHormannBased<T>::GetResultLength() const
+double CPolygonClipGreinerHormannBased<T>::GetResultLength()
 {
-    double length = 0.0;
-    for (CLinkedPathObject const* ring = m_Results; ring != nullptr; ring = ring->m_NextRing)
+    COutlineFacts const & facts = CPolygonInternals::FactsOf(m_Fold->GetPolygon());
+    auto const lengthOf = [&](CLinkedPathObject const & element)
     {
-        for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
+        TObjectFacts const known = element.m_Place != NoPlace ? facts.GetFacts(element.m_Place, false) : TObjectFacts();
+        return known.isSteady ? known.length : element.m_PathObject->CalculateLength();
+    };
+    double length = 0.0;
+    for (CLinkedPathObject* ring = m_Results; ring != nullptr; ring = ring->m_NextRing)
+    {
+        for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
         {
-            length += element->m_Run == nullptr ? element->m_PathObject->CalculateLength() : 0.0;
+            element->m_Length = element->m_Run == nullptr ? lengthOf(*element) : 0.0;
+            length += element->m_Length;
         }
     }
     return length;
@@ -206,7 +208,7 @@ std::unique_ptr<CPolygon> TakeClosedObject(CPathObjectBase*& object)
 
 std::unique_ptr<CPolygon> TakePlainRing(CLinkedPathObject* ring)
 {
-    CPathObjectBase*& first = ring->m_PathObject;
+    CPathObjectBase*& first = ring->OwnObject();
     if (ring->m_Next == nullptr && first->IsValid() && first->GetEndPoint() == first->GetStartPoint())
     {
         return TakeClosedObject(first);
@@ -216,7 +218,7 @@ std::unique_ptr<CPolygon> TakePlainRing(CLinkedPathObject* ring)
     {
         if (element->m_PathObject->IsValid())
         {
-            objects.emplace_back(element->m_PathObject);
+            objects.emplace_back(element->OwnObject());
             element->m_PathObject = nullptr;
         }
     }
@@ -224,11 +226,11 @@ std::unique_ptr<CPolygon> TakePlainRing(CLinkedPathObject* ring)
 }
 
 /// The runs whose objects polygons of the result have taken over. When it goes, the outline that they come from goes,
-/// too.
+/// too, and leaves its memory to the outline of the next result.
 class CTakenRuns
 {
 public:
-    explicit CTakenRuns(CPolygon & source) : m_Source(source) {}
+    CTakenRuns(CPolygon & source, TSpareOutline & spare) : m_Source(source), m_Spare(spare) {}
     CTakenRuns(CTakenRuns const &) = delete;
     CTakenRuns & operator=(CTakenRuns const &) = delete;
 
@@ -244,7 +246,37 @@ public:
         }
         DeleteObjects(outline, kept, outline.size());
         outline.clear();
+        m_Spare.objects.swap(outline);
+        m_Spare.facts = CPolygonInternals::TakeFacts(m_Source);
         CPolygonInternals::ClearOutline(m_Source);
+    }
+
+    /// An empty outline with room for `count` objects, and for what the next steps may add.
+    CPolygon::PathObjects MakeOutline(std::size_t count)
+    {
+        CPolygon::PathObjects outline;
+        outline.swap(m_Spare.objects);
+        if (outline.capacity() < count)
+        {
+            outline.reserve(count + count / 8);
+        }
+        return outline;
+    }
+
+    /// No facts yet, with memory for those of `count` objects.
+    std::shared_ptr<COutlineFacts> MakeFacts(TPoint<double> const & origin, std::size_t count)
+    {
+        std::shared_ptr<COutlineFacts> facts = std::move(m_Spare.facts);
+        if (facts != nullptr && facts.use_count() == 1)
+        {
+            facts->Restart(origin);
+        }
+        else
+        {
+            facts = std::make_shared<COutlineFacts>(origin);
+        }
+        facts->Reserve(count);
+        return facts;
     }
 
     /// So that runs can be added without an exception.
@@ -261,6 +293,7 @@ private:
     }
 
     CPolygon & m_Source;
+    TSpareOutline & m_Spare;
     std::vector<TFoldedRun const*> m_Runs;
 };
 
@@ -269,16 +302,18 @@ class CRingUnfolder
 {
 public:
     CRingUnfolder(CFold const & fold, CPolygon & source)
-        : m_Source(source), m_IsShifted(fold.IsShifted()), m_SourceFacts(CPolygonInternals::FactsOf(m_Source)),
-          m_Facts(std::make_shared<COutlineFacts>(m_SourceFacts.GetOrigin()))
+        : m_Source(source), m_IsShifted(fold.IsShifted()), m_SourceFacts(CPolygonInternals::FactsOf(m_Source))
     {
     }
 
     std::unique_ptr<CPolygon> TakeRing(CLinkedPathObject* ring, CTakenRuns & taken);
 
 private:
-    void AddObject(CPathObjectBase* object);
+    static constexpr std::size_t Nowhere = static_cast<std::size_t>(-1);
+
+    void AddObject(CLinkedPathObject const & element);
     void AddRun(TFoldedRun const & run, bool isReversed);
+    void Continue(std::size_t first, std::size_t last, bool isApart);
     CPolygon::EPolygonWinding FindWinding() const;
 
     CPolygon & m_Source;
@@ -289,12 +324,41 @@ private:
     CBoundingRect<double> m_Rect;
     double m_Area = 0.0;
     bool m_HasArc = false;
+    std::size_t m_ApartAt = Nowhere; ///< the object there, if it comes next, is apart from the one before it
 };
 
-void CRingUnfolder::AddObject(CPathObjectBase* object)
+/// The objects of the source from `first` to before `last` come next, in their order. The last one is apart from that
+/// behind it, if `isApart`.
+void CRingUnfolder::Continue(std::size_t first, std::size_t last, bool isApart)
 {
+    if (m_ApartAt == first)
+    {
+        m_Facts->CloseJoint();
+    }
+    m_ApartAt = isApart ? last : Nowhere;
+}
+
+/// What is known of an object that was cloned for the result goes on to hold, if cleaning up has left it alone.
+void CRingUnfolder::AddObject(CLinkedPathObject const & element)
+{
+    CPathObjectBase* const object = element.m_PathObject;
     m_Objects.push_back(object);
-    TObjectFacts const facts = m_Facts->Append(*object);
+    TObjectFacts facts;
+    if (element.m_Place != NoPlace)
+    {
+        facts = m_SourceFacts.GetFacts(element.m_Place, element.m_IsReversed);
+    }
+    bool const isAsItWas = facts.isSteady && !element.m_IsReversed;
+    Continue(isAsItWas ? element.m_Place : Nowhere - 1, isAsItWas ? std::size_t{element.m_Place} + 1 : Nowhere,
+             facts.isApart);
+    if (facts.isSteady)
+    {
+        m_Facts->AppendClone(facts);
+    }
+    else
+    {
+        facts = m_Facts->Append(*object, element.m_Length);
+    }
     m_Rect.Include(facts.rect);
     m_Area += facts.length > 0.0 ? facts.area : SignedAreaTo(*object, m_Facts->GetOrigin());
     m_HasArc = m_HasArc || facts.isArc;
@@ -319,6 +383,8 @@ void CRingUnfolder::AddRun(TFoldedRun const & run, bool isReversed)
             m_Objects[i]->Reverse();
         }
     }
+    Continue(isReversed ? Nowhere - 1 : run.first, run.last,
+             !isReversed && m_SourceFacts.GetFacts(run.last - 1, false).isApart);
     m_Facts->AppendRun(m_SourceFacts, run.first, run.last, isReversed);
     m_Rect.Include(run.rect);
     m_Area += isReversed ? -run.area : run.area;
@@ -352,17 +418,18 @@ std::unique_ptr<CPolygon> CRingUnfolder::TakeRing(CLinkedPathObject* ring, CTake
         return TakePlainRing(ring);
     }
     taken.Reserve(runs);
-    m_Objects.reserve(count + 1);
+    m_Objects = taken.MakeOutline(count + 1);
+    m_Facts = taken.MakeFacts(m_SourceFacts.GetOrigin(), count);
     auto polygon = std::make_unique<CPolygon>();
     for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
     {
         if (element->m_Run != nullptr)
         {
-            AddRun(*element->m_Run, element->m_IsRunReversed);
+            AddRun(*element->m_Run, element->m_IsReversed);
         }
         else if (element->m_PathObject->IsValid())
         {
-            AddObject(element->m_PathObject);
+            AddObject(*element);
         }
     }
     m_Facts->Complete(m_Objects);
@@ -376,6 +443,10 @@ std::unique_ptr<CPolygon> CRingUnfolder::TakeRing(CLinkedPathObject* ring, CTake
         }
         else if (element->m_PathObject->IsValid())
         {
+            if (element->m_IsBorrowed)
+            {
+                CPolygonInternals::OutlineOf(m_Source)[element->m_Place] = nullptr;
+            }
             element->m_PathObject = nullptr;
         }
     }
@@ -414,7 +485,7 @@ void CPolygonClipGreinerHormannBased<T>::TakeResultPolygons(std::vector<CPolygon
     };
     if (m_Source != nullptr && m_Fold != nullptr)
     {
-        CTakenRuns taken(*m_Source);
+        CTakenRuns taken(*m_Source, m_Spare);
         take([&](CLinkedPathObject* ring) { return CRingUnfolder(*m_Fold, *m_Source).TakeRing(ring, taken); });
     }
     else
@@ -432,7 +503,7 @@ void CPolygonClipGreinerHormannBased<T>::TakeResultPolygons(std::vector<CPolygon
 using FoldingClipper = CPolygonClipGreinerHormannBased<double>;
 template void FoldingClipper::TakeResultPolygons(std::vector<CPolygon*> &);
 template void FoldingClipper::ReadFolded(CPolygon const &, TPoint<double> const*);
-template double FoldingClipper::GetResultLength() const;
+template double FoldingClipper::GetResultLength();
 template FoldingClipper::EClipResult FoldingClipper::RunFoldedClip(CPolygon const &, CPolygon &);
 template FoldingClipper::EClipResult FoldingClipper::RunFoldedIntersection(CPolygon const &, CPolygon const &);
 template FoldingClipper::EClipResult FoldingClipper::RunFolded(CPolygon const &, CPolygon const &);

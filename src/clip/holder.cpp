@@ -126,13 +126,33 @@ CLinkedPathObject::~CLinkedPathObject()
         adopt(std::exchange(element->m_NextRing, nullptr));
         delete element;
     }
-    delete m_PathObject;
+    DropObject();
+}
+
+void CLinkedPathObject::DropObject()
+{
+    if (!m_IsBorrowed)
+    {
+        delete m_PathObject;
+    }
+    m_IsBorrowed = false;
+}
+
+CPathObjectBase*& CLinkedPathObject::OwnObject()
+{
+    if (m_IsBorrowed)
+    {
+        m_PathObject = m_PathObject->Clone();
+        m_IsBorrowed = false;
+    }
+    return m_PathObject;
 }
 
 void CLinkedPathObject::TakeObject(CPathObjectBase* object)
 {
-    delete m_PathObject;
+    DropObject();
     m_PathObject = object;
+    m_Place = NoPlace;
 }
 
 } // namespace geometry

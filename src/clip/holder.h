@@ -17,6 +17,9 @@ namespace geometry
 class CRingIndex;
 struct TFoldedRun;
 
+/// Of what isn't an object of a folded outline.
+constexpr std::uint32_t NoPlace = 0xFFFFFFFF;
+
 /// Where a trace goes on from a holder.
 enum EWalkDirection : std::uint8_t
 {
@@ -65,8 +68,9 @@ public:
     EWalkDirection m_Direction = eWalkUnmarked; ///< where a trace goes on from here
     bool m_IsIntersection = false;              ///< the start point is an intersection
     bool m_WasIntersection = false;             ///< stays when `m_IsIntersection` is cleared
-    bool m_NewVertex = false;                   ///< made by a cut, not a vertex of the input
-    bool m_Visited = false;                     ///< the trace has passed here
+    bool m_NewVertex : 1 = false;               ///< made by a cut, not a vertex of the input
+    bool m_Visited : 1 = false;                 ///< the trace has passed here
+    std::uint32_t m_Place = NoPlace;            ///< of the shared object, if that is one of a folded outline
 };
 
 /// A new holder, not linked yet. It goes with the ring that it is linked into.
@@ -99,14 +103,22 @@ public:
 
     /// Replaces the object; the old one is deleted.
     void TakeObject(CPathObjectBase* object);
+    /// The object, to be changed or given away: its own one.
+    CPathObjectBase*& OwnObject();
 
-    CPathObjectBase* m_PathObject;           ///< owned
+    CPathObjectBase* m_PathObject;           ///< owned, unless it is borrowed
     CLinkedPathObject* m_Next = nullptr;     ///< owned
     CLinkedPathObject* m_Previous = nullptr; ///< not owned
     CLinkedPathObject* m_NextRing = nullptr; ///< at the first element of a ring: the next result ring; owned
     TFoldedRun const* m_Run = nullptr;       ///< as in a holder
-    bool m_IsRunReversed = false;
+    double m_Length = 0.0;                   ///< of the finished object, once it was asked for
+    std::uint32_t m_Place = NoPlace;         ///< of the object of a folded outline that this one is, or is a clone of
+    bool m_IsBorrowed = false;               ///< the object at that place itself
+    bool m_IsReversed = false;               ///< the run, or the clone
     bool m_IsBackward = false; ///< at the head of a growing ring: the vertices of the object stand in reverse
+
+private:
+    void DropObject();
 };
 
 /// Walks the objects of a ring once round. A whole ring is the range from `(h, false)` to `(h, true)`.

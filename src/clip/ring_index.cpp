@@ -15,17 +15,16 @@ namespace geometry
 namespace
 {
 
-constexpr std::size_t MinIndexedCount = 6;   // holders; below, a walk over all is as fast
 constexpr std::size_t MinSearchedCount = 24; // of a range; below, a loop is as fast
 constexpr unsigned int QuestionsBeforeIndex = 4;
 constexpr std::size_t MaxKeptCapacity = 4096; // of objects, from run to run
-constexpr double ArcRoom = 0.11;              // above the distances at which a point counts as on an arc or as near it
-constexpr double SizeRoom = 1.1e-7;           // of the object: above that at which a point counts as near
 constexpr double RelativeRoom = 1e-12;        // of the largest coordinate: far above 100 units in the last place
+
+} // namespace
 
 /// The rectangle of the object with room for the tolerances of its questions. Everything, where these can't be told.
 /// `arc`: of the object, or null.
-CBoundingRect<double> RectWithRoom(CPathObjectBase const & object, TArcReading const* arc)
+CBoundingRect<double> CRingIndex::RectWithRoom(CPathObjectBase const & object, TArcReading const* arc)
 {
     CBoundingRect<double> rect = object.GetBoundingRect();
     double const largest =
@@ -48,17 +47,15 @@ CBoundingRect<double> RectWithRoom(CPathObjectBase const & object, TArcReading c
     return rect;
 }
 
-} // namespace
-
 void CRingIndex::Serve(CPathObjectHolder* ring, CFold* fold)
 {
     m_Ring = ring;
     m_Fold = fold;
     m_Questions = 0;
-    m_IsShort = false;
+    m_IsWalked = false;
     m_Objects.clear();
     m_Count = 0;
-    m_Index.reset();
+    m_IsIndexed = false;
     m_Bridges.clear();
     m_Focus.Reset();
     CPathObjectHolder* holder = ring;
@@ -72,30 +69,32 @@ void CRingIndex::Serve(CPathObjectHolder* ring, CFold* fold)
 
 void CRingIndex::Shrink()
 {
-    if (m_Index != nullptr && m_Objects.capacity() > MaxKeptCapacity)
+    if (m_IsIndexed && m_Objects.capacity() > MaxKeptCapacity)
     {
-        m_IsShort = true; // walks from now on
-        m_Index.reset();
+        m_IsWalked = true;
+        m_IsIndexed = false;
+        m_Index = CChainIndex();
         m_Objects = {};
         m_Before = {};
+        m_Rects = {};
         m_Focus.Reset();
     }
 }
 
 void CRingIndex::AddBridge(CPathObjectBase const & bridge)
 {
-    if (m_Index != nullptr) // else it is found in the ring
+    if (m_IsIndexed) // else it is found in the ring
     {
         m_Bridges.emplace(bridge.GetStartPoint().x, &bridge);
     }
 }
 
-CChainIndex const* CRingIndex::MakeIndexIfItPays()
+bool CRingIndex::MakeIndexIfItPays()
 {
     ++m_Questions;
-    if (m_IsShort || !IsIndexUsed(m_Questions >= QuestionsBeforeIndex))
+    if (m_IsWalked || !IsIndexUsed(m_Questions >= QuestionsBeforeIndex))
     {
-        return nullptr;
+        return false;
     }
     m_Objects.reserve(m_Count);
     CPathObjectHolder const* holder = m_Ring;
@@ -107,21 +106,23 @@ CChainIndex const* CRingIndex::MakeIndexIfItPays()
         }
         holder = holder->m_Next;
     } while (holder != m_Ring);
-    m_IsShort = m_Objects.empty() || !IsIndexUsed(m_Objects.size() >= MinIndexedCount);
-    if (!m_IsShort)
+    m_IsWalked = m_Objects.empty();
+    if (!m_IsWalked)
     {
-        m_Index = std::make_unique<CChainIndex>(ReadObjects());
+        ReadObjects();
+        m_Index.Rebuild(m_Rects);
+        m_IsIndexed = true;
     }
-    return m_Index.get();
+    return m_IsIndexed;
 }
 
-/// What is known of each object; their rectangles.
-std::vector<CBoundingRect<double>> CRingIndex::ReadObjects()
+/// What is known of each object.
+void CRingIndex::ReadObjects()
 {
     std::size_t const count = m_Objects.size();
-    std::vector<CBoundingRect<double>> rects(count);
+    m_Rects.resize(count);
     m_Before.assign(count + 1, TBefore());
-    m_Abscissas = CProbeAbscissas();
+    m_Abscissas.Clear();
     TPoint<double> const* start = &m_Objects.front()->GetStartPoint();
     for (std::size_t i = 0; i < count; ++i)
     {
@@ -134,7 +135,7 @@ std::vector<CBoundingRect<double>> CRingIndex::ReadObjects()
         {
             auto const & arc = static_cast<CPathObjectArc const &>(object);
             TArcReading const reading = ReadArc(arc);
-            rects[i] = RectWithRoom(object, &reading);
+            m_Rects[i] = RectWithRoom(object, &reading);
             isTold = isTold && !(*start == end) && IsSteadyArc(arc, reading);
             if (isTold)
             {
@@ -143,7 +144,13 @@ std::vector<CBoundingRect<double>> CRingIndex::ReadObjects()
         }
         else
         {
-            rects[i] = RectWithRoom(object, nullptr);
+            m_Rects[i] = RectWithRoom(object, nullptr);
+            std::ptrdiff_t const points = isArc ? 0 : object.GetPointsEnd() - object.GetPointsBegin();
+            if (points > 1 && points <= MaxSegments + 1)
+            {
+                m_Before[i].pointCount = static_cast<std::uint32_t>(points);
+                m_Before[i].points = &*object.GetPointsBegin();
+            }
         }
         m_Before[i].startX = start->x;
         m_Before[i + 1].irregular = m_Before[i].irregular + (isTold ? 0 : 1);
@@ -152,7 +159,6 @@ std::vector<CBoundingRect<double>> CRingIndex::ReadObjects()
     }
     m_Before[count].startX = start->x;
     m_Abscissas.Prepare();
-    return rects;
 }
 
 bool CRingIndex::IsRangeCrossedOneByOne(TRange const & range, TPoint<double> const & point) const
@@ -160,13 +166,13 @@ bool CRingIndex::IsRangeCrossedOneByOne(TRange const & range, TPoint<double> con
     bool isOdd = false;
     if (range.last - range.first >= MinSearchedCount)
     {
-        m_Index->Search([&](CBoundingRect<double> const & r) { return !(point.x < r.minX || point.x > r.maxX); },
-                        [&](std::size_t i)
-                        {
-                            bool const isIn = i >= range.first && i < range.last;
-                            isOdd = isOdd != (isIn && IsProbeCountOdd(*m_Objects[i], point));
-                            return i < range.last;
-                        });
+        m_Index.Search([&](CBoundingRect<double> const & r) { return !(point.x < r.minX || point.x > r.maxX); },
+                       [&](std::size_t i)
+                       {
+                           bool const isIn = i >= range.first && i < range.last;
+                           isOdd = isOdd != (isIn && IsProbeCountOdd(*m_Objects[i], point));
+                           return i < range.last;
+                       });
         return isOdd;
     }
     for (std::size_t i = range.first; i < range.last; ++i)
@@ -176,7 +182,6 @@ bool CRingIndex::IsRangeCrossedOneByOne(TRange const & range, TPoint<double> con
     return isOdd;
 }
 
-/// The object is an arc that is clearly too far from the point to hold it: counts it without any tolerance.
 bool CRingIndex::PassesArc(std::size_t i, CProbe & probe, bool & isOdd) const
 {
     if (m_Before[i].arcs == m_Before[i + 1].arcs)
@@ -184,9 +189,7 @@ bool CRingIndex::PassesArc(std::size_t i, CProbe & probe, bool & isOdd) const
         return false;
     }
     auto const & arc = static_cast<CPathObjectArc const &>(*m_Objects[i]);
-    CBoundingRect<double> const & rect = arc.GetBoundingRect();
-    double const room = std::max(ArcRoom, SizeRoom * std::max(rect.maxX - rect.minX, rect.maxY - rect.minY));
-    if (!IsClearlyFarther(arc, probe.GetPoint(), room) || probe.IsNearAbscissa())
+    if (!IsClearlyFarther(arc, probe.GetPoint(), LargestTolerance(arc.GetBoundingRect())) || probe.IsNearAbscissa())
     {
         return false;
     }
@@ -202,28 +205,28 @@ void CRingIndex::Focus(CPathObjectHolder const* ring, CBoundingRect<double> cons
         return;
     }
     self->m_Questions += QuestionsBeforeIndex - 1; // so many come at least
-    if (CChainIndex const* const index = self->FindIndex())
+    if (self->FindIndex())
     {
-        self->LookUp(*index, rect);
+        self->LookUp(rect);
     }
 }
 
 /// What is passed or taken for the whole rectangle is so for each point in it. Where much is left, the search for
 /// single points is better.
-void CRingIndex::LookUp(CChainIndex const & index, CBoundingRect<double> const & rect)
+void CRingIndex::LookUp(CBoundingRect<double> const & rect)
 {
     m_Focus = rect;
     m_Above.clear();
     m_Nearby.clear();
     CBoundingRect<double> at = rect;
     at.Inflate(FocusRoom);
-    index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, at); },
-               [&](std::size_t i)
-               {
-                   m_Nearby.push_back({index.GetRect(i), i});
-                   return m_Nearby.size() < MaxNearby;
-               },
-               [&](std::size_t first, std::size_t last) { m_Above.push_back(MakeRange(first, last)); });
+    m_Index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, at); },
+                 [&](std::size_t i)
+                 {
+                     m_Nearby.push_back({m_Index.GetRect(i), i});
+                     return m_Nearby.size() < MaxNearby;
+                 },
+                 [&](std::size_t first, std::size_t last) { m_Above.push_back(MakeRange(first, last)); });
     if (m_Nearby.size() + m_Above.size() >= MaxNearby)
     {
         m_Focus.Reset();

@@ -12,6 +12,7 @@
 #include "clip/ring_position.h"
 #include "numeric/chain_index.h"
 #include "path/probe_parity.h"
+#include "path/segment_kernels.h"
 
 namespace geometry
 {
@@ -46,10 +47,9 @@ public:
             isOdd = isOdd != (!isOn && IsProbeCountOdd(object, point));
             return !isOn;
         };
-        CChainIndex const* const index = ring->m_RingIndex != nullptr ? ring->m_RingIndex->FindIndex() : nullptr;
-        if (index != nullptr)
+        if (ring->m_RingIndex != nullptr && ring->m_RingIndex->FindIndex())
         {
-            isOdd = ring->m_RingIndex->Search(*index, point, extraRoom, visit) != isOdd;
+            isOdd = ring->m_RingIndex->Search(point, extraRoom, visit) != isOdd;
             isOn = isOn || ring->m_RingIndex->IsOnBridge(point, extraRoom, holds);
         }
         else
@@ -64,13 +64,17 @@ public:
     static void Focus(CPathObjectHolder const* ring, CBoundingRect<double> const & rect);
 
 private:
-    static constexpr double FocusRoom = 0.1; ///< the most that a question may ask for
+    static constexpr double ArcRoom = 0.11;    ///< above the distances at which a point counts as on an arc or as near
+    static constexpr double SizeRoom = 1.1e-7; ///< of the object: above that at which a point counts as near
+    static constexpr double FocusRoom = 0.1;   ///< the most that a question may ask for
     static constexpr std::size_t MaxNearby = 64;
+    static constexpr std::ptrdiff_t MaxSegments = 8; ///< of a polyline that is passed without its own search
 
-    CChainIndex const* FindIndex() { return m_Index != nullptr ? m_Index.get() : MakeIndexIfItPays(); }
-    CChainIndex const* MakeIndexIfItPays();
-    void LookUp(CChainIndex const & index, CBoundingRect<double> const & rect);
-    std::vector<CBoundingRect<double>> ReadObjects();
+    bool FindIndex() { return m_IsIndexed || MakeIndexIfItPays(); }
+    bool MakeIndexIfItPays();
+    void LookUp(CBoundingRect<double> const & rect);
+    void ReadObjects();
+    static CBoundingRect<double> RectWithRoom(CPathObjectBase const & object, TArcReading const* arc);
 
     /// A point, and whether it is near abscissas at which arcs need care: looked up at most once.
     class CProbe
@@ -104,9 +108,11 @@ private:
     };
     struct TBefore
     {
-        double startX = 0.0;         ///< where the object begins; the one before ends there, if it is told by its ends
-        std::uint32_t irregular = 0; ///< how many before may count otherwise than by their ends
-        std::uint32_t arcs = 0;      ///< how many before may do so near some abscissas
+        double startX = 0.0;          ///< where the object begins; the one before ends there, if it is told by its ends
+        std::uint32_t irregular = 0;  ///< how many before may count otherwise than by their ends
+        std::uint32_t arcs = 0;       ///< how many before may do so near some abscissas
+        std::uint32_t pointCount = 0; ///< of the object, if it is a polyline of a few segments
+        TPoint<double> const* points = nullptr; ///< these; not owned
     };
 
     TRange MakeRange(std::size_t first, std::size_t last) const
@@ -123,6 +129,32 @@ private:
         return range.isTold && (!range.hasArc || !probe.IsNearAbscissa())
                    ? IsClearlyLess(point.x, range.startX) != IsClearlyLess(point.x, range.endX)
                    : IsRangeCrossedOneByOne(range, point);
+    }
+    /// The object is clearly too far from the point to hold it: counts it without any tolerance.
+    bool Passes(std::size_t i, CProbe & probe, bool & isOdd) const
+    {
+        return m_Before[i].pointCount != 0 ? PassesSegments(i, probe.GetPoint(), isOdd) : PassesArc(i, probe, isOdd);
+    }
+    /// Above the distances at which a point counts as on an object within `rect`, or as near it.
+    static double LargestTolerance(CBoundingRect<double> const & rect)
+    {
+        return std::max(ArcRoom, SizeRoom * std::max(rect.maxX - rect.minX, rect.maxY - rect.minY));
+    }
+    bool PassesSegments(std::size_t i, TPoint<double> const & point, bool & isOdd) const
+    {
+        TPoint<double> const* const points = m_Before[i].points;
+        double const room = LargestTolerance(m_Objects[i]->GetBoundingRect());
+        bool isCrossed = false;
+        for (std::uint32_t k = 1; k < m_Before[i].pointCount; ++k)
+        {
+            if (!IsClearlyOffLine(points[k - 1], points[k], point, room))
+            {
+                return false;
+            }
+            isCrossed = isCrossed != PassesAbove(points[k - 1], points[k], point.x, point.y);
+        }
+        isOdd = isOdd != isCrossed;
+        return true;
     }
     bool PassesArc(std::size_t i, CProbe & probe, bool & isOdd) const;
     bool IsRangeCrossedOneByOne(TRange const & range, TPoint<double> const & point) const;
@@ -154,7 +186,7 @@ private:
 
     /// Visits the objects that aren't told by their rectangles; the parity of the others.
     template <typename Visit>
-    bool Search(CChainIndex const & index, TPoint<double> const & point, double extraRoom, Visit const & visit) const
+    bool Search(TPoint<double> const & point, double extraRoom, Visit const & visit) const
     {
         bool isOdd = false;
         CProbe probe(point, m_Abscissas);
@@ -164,8 +196,8 @@ private:
         { isOdd = isOdd != IsRangeCrossed(MakeRange(first, last), probe); };
         if (!IsInFocus(point, extraRoom))
         {
-            index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, at); },
-                       [&](std::size_t i) { return PassesArc(i, probe, isOdd) || visit(*m_Objects[i]); }, take);
+            m_Index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, at); },
+                         [&](std::size_t i) { return Passes(i, probe, isOdd) || visit(*m_Objects[i]); }, take);
             return isOdd;
         }
         for (TRange const & range : m_Above)
@@ -179,7 +211,7 @@ private:
             {
                 take(nearby.object, nearby.object + 1);
             }
-            else if (action == CChainIndex::EAction::eOpen && !PassesArc(nearby.object, probe, isOdd) &&
+            else if (action == CChainIndex::EAction::eOpen && !Passes(nearby.object, probe, isOdd) &&
                      !visit(*m_Objects[nearby.object]))
             {
                 break;
@@ -210,12 +242,14 @@ private:
     CPathObjectHolder const* m_Ring = nullptr;
     CFold* m_Fold = nullptr; ///< not owned
     unsigned int m_Questions = 0;
-    std::size_t m_Count = 0;                                 ///< of holders, when the service began
-    bool m_IsShort = false;                                  ///< too few objects for an index
-    std::vector<CPathObjectBase const*> m_Objects;           ///< of the ring; not owned
-    std::vector<TBefore> m_Before;                           ///< one an object, and one behind the last
-    CProbeAbscissas m_Abscissas;                             ///< near which arcs need care
-    std::unique_ptr<CChainIndex> m_Index;                    ///< over them; null until it pays
+    std::size_t m_Count = 0;                       ///< of holders, when the service began
+    bool m_IsWalked = false;                       ///< all objects are folded, or no question is to come
+    std::vector<CPathObjectBase const*> m_Objects; ///< of the ring; not owned
+    std::vector<TBefore> m_Before;                 ///< one an object, and one behind the last
+    CProbeAbscissas m_Abscissas;                   ///< near which arcs need care
+    std::vector<CBoundingRect<double>> m_Rects;    ///< theirs, on the way into the index
+    CChainIndex m_Index;                           ///< over them, once it pays
+    bool m_IsIndexed = false;
     std::multimap<double, CPathObjectBase const*> m_Bridges; ///< that came after it, by their x; not owned
     CBoundingRect<double> m_Focus; ///< what was looked up for all points in here; may be empty:
     std::vector<TRange> m_Above;   ///< objects that lie above

@@ -14,12 +14,26 @@ namespace geometry
 namespace
 {
 
+struct TDeleteIfOwned
+{
+    bool isOwned = true;
+    void operator()(CPathObjectBase* object) const
+    {
+        if (isOwned)
+        {
+            delete object;
+        }
+    }
+};
+/// On its way into a result ring: its own, or borrowed.
+using TakenObject = std::unique_ptr<CPathObjectBase, TDeleteIfOwned>;
+
 /// A new element with `object` at the head of `ring`, which may be null.
-void PutBeforeResultRing(std::unique_ptr<CPathObjectBase> object, std::unique_ptr<CLinkedPathObject> & ring,
-                         CResultMemory & memory)
+void PutBeforeResultRing(TakenObject object, std::unique_ptr<CLinkedPathObject> & ring, CResultMemory & memory)
 {
     SettleHead(ring.get());
     std::unique_ptr<CLinkedPathObject> element(new (memory) CLinkedPathObject(object.get()));
+    element->m_IsBorrowed = !object.get_deleter().isOwned;
     object.release();
     if (ring != nullptr)
     {
@@ -38,22 +52,24 @@ void PutBeforeResultRing(std::unique_ptr<CPathObjectBase> object, std::unique_pt
 /// head in reverse, so that a ring of many pieces isn't copied for each of them.
 bool GrowHead(CPathObjectBase const & object, CLinkedPathObject & head, bool reverse)
 {
-    CPathObjectBase & old = *head.m_PathObject;
-    if (!object.CanAppendVertex() || !old.CanAppendVertex() || !object.IsValid() || !old.IsValid() ||
-        object.GetUserInfo() != nullptr || old.GetUserInfo() != nullptr)
+    CPathObjectBase const & present = *head.m_PathObject;
+    if (!object.CanAppendVertex() || !present.CanAppendVertex() || !object.IsValid() || !present.IsValid() ||
+        object.GetUserInfo() != nullptr || present.GetUserInfo() != nullptr)
     {
         return false;
     }
     TPoint<double> const & end = reverse ? object.GetStartPoint() : object.GetEndPoint();
-    if (!(end == (head.m_IsBackward ? old.GetEndPoint() : old.GetStartPoint())))
+    if (!(end == (head.m_IsBackward ? present.GetEndPoint() : present.GetStartPoint())))
     {
         return false;
     }
+    CPathObjectBase & old = *head.OwnObject();
     if (!head.m_IsBackward)
     {
         old.Reverse();
         head.m_IsBackward = true;
     }
+    head.m_Place = NoPlace;
     CPolylineInternals::ContinueWith(static_cast<CPathObjectPolyline &>(old),
                                      static_cast<CPathObjectPolyline const &>(object), !reverse);
     return true;
@@ -74,20 +90,21 @@ namespace
 {
 
 /// As `AppendToResultRing`; `take` makes the object that goes into the ring if it doesn't end up in one that is there.
+/// True if it stands there by itself.
 template <typename Take>
-void AppendTaken(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse,
+bool AppendTaken(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse,
                  CResultMemory & memory, Take const & take)
 {
     if (object == nullptr ||
         (object->GetStartPoint() == object->GetEndPoint() && object->GetInbetweenPoint() == object->GetStartPoint()))
     {
-        return; // a bridge, or another object without extent
+        return false; // a bridge, or another object without extent
     }
     if (ring != nullptr && ring->m_Run == nullptr && GrowHead(*object, *ring, reverse))
     {
-        return;
+        return false;
     }
-    std::unique_ptr<CPathObjectBase> taken = take();
+    TakenObject taken = take();
     if (reverse)
     {
         taken->Reverse();
@@ -98,10 +115,11 @@ void AppendTaken(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObjec
         if (CPathObjectBase* const joined = taken->Append(ring->m_PathObject))
         {
             ring->TakeObject(joined);
-            return;
+            return false;
         }
     }
     PutBeforeResultRing(std::move(taken), ring, memory);
+    return true;
 }
 
 } // namespace
@@ -109,7 +127,7 @@ void AppendTaken(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObjec
 void AppendToResultRing(CPathObjectBase const* object, std::unique_ptr<CLinkedPathObject> & ring, bool reverse,
                         CResultMemory & memory)
 {
-    AppendTaken(object, ring, reverse, memory, [&] { return std::unique_ptr<CPathObjectBase>(object->Clone()); });
+    AppendTaken(object, ring, reverse, memory, [&] { return TakenObject(object->Clone()); });
 }
 
 void CloseResultRing(CLinkedPathObject* ring)
@@ -175,7 +193,7 @@ void CleanupResultRing(CLinkedPathObject* ring)
     for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
     {
         bool const isAlone = element->m_Next == nullptr && element->m_Previous == nullptr;
-        if (element->m_Run == nullptr)
+        if (element->m_Run == nullptr && !element->m_IsBorrowed) // nothing is to be cleaned of one that is
         {
             element->m_PathObject->Cleanup(isAlone);
         }
@@ -203,6 +221,14 @@ void CleanupResultRings(CLinkedPathObject* results)
 namespace
 {
 
+/// Cleaning up finds nothing to do, and nobody counts the clones.
+bool IsAlwaysClean(CPathObjectBase const & object)
+{
+    return object.GetUserInfo() == nullptr &&
+           (!object.CanAppendVertex() ||
+            (object.IsSingleSegment() && !(object.GetStartPoint() == object.GetEndPoint())));
+}
+
 /// The object that only the holder has, or what is in it.
 std::unique_ptr<CPathObjectBase> TakeFrom(CPathObjectHolder & holder)
 {
@@ -214,7 +240,8 @@ std::unique_ptr<CPathObjectBase> TakeFrom(CPathObjectHolder & holder)
 }
 
 /// The objects that `holder` stands for, at the head of `ring`. A piece that only the holder has goes there itself: a
-/// walk passes each holder once. One with a user info is cloned, as its owner may count the clones.
+/// walk passes each holder once. One with a user info is cloned, as its owner may count the clones. An object of a
+/// folded outline, which may become part of the result, is borrowed until that is certain.
 void AppendHolderToResultRing(CPathObjectHolder* holder, std::unique_ptr<CLinkedPathObject> & ring, bool reverse,
                               CResultMemory & memory)
 {
@@ -222,13 +249,23 @@ void AppendHolderToResultRing(CPathObjectHolder* holder, std::unique_ptr<CLinked
     {
         CPathObjectBase const* const object = holder->GetPathObject();
         bool const isPiece = holder->m_OwnObject != nullptr && object->GetUserInfo() == nullptr;
-        AppendTaken(object, ring, reverse, memory,
-                    [&] { return isPiece ? TakeFrom(*holder) : std::unique_ptr<CPathObjectBase>(object->Clone()); });
+        bool const isShared = holder->m_OwnObject == nullptr;
+        bool const isBorrowed = isShared && !reverse && holder->m_Place != NoPlace && IsAlwaysClean(*object);
+        auto const take = [&]
+        {
+            return isBorrowed ? TakenObject(const_cast<CPathObjectBase*>(object), TDeleteIfOwned{false})
+                              : TakenObject(isPiece ? TakeFrom(*holder).release() : object->Clone());
+        };
+        if (AppendTaken(object, ring, reverse, memory, take) && isShared)
+        {
+            ring->m_Place = holder->m_Place;
+            ring->m_IsReversed = reverse;
+        }
         return;
     }
-    PutBeforeResultRing(std::unique_ptr<CPathObjectBase>(holder->GetPathObject()->Clone()), ring, memory);
+    PutBeforeResultRing(TakenObject(holder->GetPathObject()->Clone()), ring, memory);
     ring->m_Run = holder->m_Run;
-    ring->m_IsRunReversed = reverse;
+    ring->m_IsReversed = reverse;
     if (reverse)
     {
         ring->m_PathObject->Reverse();

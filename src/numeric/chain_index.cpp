@@ -14,18 +14,24 @@ void SetIndexUse(EIndexUse use)
     indexUse.store(use, std::memory_order_relaxed);
 }
 
-CChainIndex::CChainIndex(std::vector<Rect> rects)
+void CChainIndex::Rebuild(std::vector<Rect> & rects)
 {
-    m_Levels.push_back(std::move(rects));
-    while (m_Levels.back().size() > 1)
+    constexpr std::size_t few = 4;
+    m_Levels.resize(std::max(m_Levels.size(), few));
+    m_Levels.front().swap(rects);
+    for (m_Height = 1; m_Levels[m_Height - 1].size() > 1; ++m_Height)
     {
-        std::vector<Rect> const & below = m_Levels.back();
-        std::vector<Rect> level((below.size() + FanOut - 1) >> FanOutBits);
+        if (m_Height == m_Levels.size())
+        {
+            m_Levels.emplace_back();
+        }
+        std::vector<Rect> const & below = m_Levels[m_Height - 1];
+        std::vector<Rect> & level = m_Levels[m_Height];
+        level.assign((below.size() + FanOut - 1) >> FanOutBits, Rect());
         for (std::size_t i = 0; i < below.size(); ++i)
         {
             level[i >> FanOutBits].Include(below[i]);
         }
-        m_Levels.push_back(std::move(level));
     }
 }
 

@@ -20,13 +20,19 @@ class CChainIndex
 public:
     using Rect = CBoundingRect<double>;
 
+    /// Not to be asked before `Rebuild`.
+    CChainIndex() = default;
     /// One rectangle a piece, in chain order.
-    explicit CChainIndex(std::vector<Rect> rects);
+    explicit CChainIndex(std::vector<Rect> rects) { Rebuild(rects); }
+
+    /// The same for other pieces. The rectangles so far, of no use any more, go to `rects`: who builds often needs no new
+    /// memory.
+    void Rebuild(std::vector<Rect> & rects);
 
     std::size_t GetCount() const { return m_Levels.front().size(); }
     Rect const & GetRect(std::size_t piece) const { return m_Levels.front()[piece]; }
     /// The rectangle around all pieces.
-    Rect const & GetRect() const { return m_Levels.back().front(); }
+    Rect const & GetRect() const { return m_Levels[m_Height - 1].front(); }
 
     /// What to do with the pieces in a rectangle.
     enum class EAction
@@ -43,7 +49,7 @@ public:
     void Walk(Classify const & classify, Visit const & visit, Take const & take) const
     {
         std::size_t const count = GetCount();
-        std::size_t level = m_Levels.size() - 1;
+        std::size_t level = m_Height - 1;
         for (std::size_t i = 0; i < count;)
         {
             EAction const action = classify(m_Levels[level][i >> (FanOutBits * level)]);
@@ -63,7 +69,7 @@ public:
             }
             i = end;
             // up again to the largest node that begins here
-            while (level + 1 < m_Levels.size() && (i & ((std::size_t{1} << (FanOutBits * (level + 1))) - 1)) == 0)
+            while (level + 1 < m_Height && (i & ((std::size_t{1} << (FanOutBits * (level + 1))) - 1)) == 0)
             {
                 ++level;
             }
@@ -100,8 +106,8 @@ public:
     void WalkPairs(CChainIndex const & other, Measure const & measure, IsWanted const & isWanted,
                    Visit const & visit) const
     {
-        std::size_t const top = m_Levels.size() - 1;
-        std::size_t const otherTop = other.m_Levels.size() - 1;
+        std::size_t const top = m_Height - 1;
+        std::size_t const otherTop = other.m_Height - 1;
         std::vector<TNodePair> waiting;
         waiting.reserve((top + otherTop + 1) << FanOutBits);
         waiting.push_back({measure(GetRect(), other.GetRect()), top, 0, otherTop, 0});
@@ -159,7 +165,8 @@ private:
         }
     };
 
-    std::vector<std::vector<Rect>> m_Levels; ///< the pieces first, a single rectangle last
+    std::vector<std::vector<Rect>> m_Levels; ///< the pieces first
+    std::size_t m_Height = 0;                ///< of the levels: the last one holds a single rectangle
 };
 
 /// The coordinates are so that no product of the geometry overflows or vanishes: rectangles stand for the piece, then.

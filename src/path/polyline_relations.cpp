@@ -84,29 +84,6 @@ bool CPathObjectPolyline::IsPointOnPath(double x, double y) const
     return false;
 }
 
-namespace
-{
-
-/// The segment passes strictly above the point. Half-open in x: the left end belongs to the segment, the right end
-/// doesn't, so a vertical segment never takes part and a vertex counts for the segment that leaves it to the right.
-bool PassesAbove(TPoint<double> const & a, TPoint<double> const & b, double px, double py)
-{
-    if (IsExactlyEqual(a, b))
-    {
-        return false;
-    }
-    TPoint<double> const & left = b.x > a.x ? a : b;
-    TPoint<double> const & right = b.x > a.x ? b : a;
-    if (!IsGreaterOrAlmostEqual(px, left.x) || !IsClearlyLess(px, right.x))
-    {
-        return false;
-    }
-    double const dx = IsAlmostEqual(px, left.x) ? 0.0 : px - left.x;
-    return (right.y - left.y) * dx > (py - left.y) * (right.x - left.x);
-}
-
-} // namespace
-
 unsigned int CPathObjectPolyline::IntersectWithVerticalProbeLine(TPoint<double> const & point) const
 {
     if (m_Points.empty() || IsClearlyLess(point.x, m_BoundingRect.minX) ||

@@ -6,13 +6,18 @@
 namespace geometry
 {
 
-/// The upward ray from the point crosses the object an odd number of times. Most objects are out of its way: the test
-/// that all of them begin with stands here once more, before the call.
+/// The upward ray from the point doesn't come near an object within the rectangle: what all of them ask first.
+inline bool IsOutOfWay(CBoundingRect<double> const & rect, TPoint<double> const & point)
+{
+    return IsClearlyLess(point.x, rect.minX) || IsClearlyGreater(point.x, rect.maxX) ||
+           IsClearlyGreater(point.y, rect.maxY);
+}
+
+/// The upward ray from the point crosses the object an odd number of times. Most objects are out of its way, which is
+/// told before a call.
 inline bool IsProbeCountOdd(CPathObjectBase const & object, TPoint<double> const & point)
 {
-    CBoundingRect<double> const & rect = object.GetBoundingRect();
-    if (IsClearlyLess(point.x, rect.minX) || IsClearlyGreater(point.x, rect.maxX) ||
-        IsClearlyGreater(point.y, rect.maxY))
+    if (IsOutOfWay(object.GetBoundingRect(), point))
     {
         return false;
     }

@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include <geometry/numeric/almost_equal.h>
 #include <geometry/numeric/point.h>
 
 namespace geometry
@@ -39,6 +40,24 @@ inline bool IsClearlyOffLine(TPoint<double> const & a, TPoint<double> const & b,
     double const reach =
         std::fabs(a.x) + std::fabs(a.y) + std::fabs(b.x) + std::fabs(b.y) + std::fabs(p.x) + std::fabs(p.y);
     return cross > (1.001 * distance + room * reach) * (std::fabs(dx) + std::fabs(dy)) && cross < 1e300;
+}
+
+/// The segment passes strictly above the point. Half-open in x: the left end belongs to the segment, the right end
+/// doesn't, so a vertical segment never takes part and a vertex counts for the segment that leaves it to the right.
+inline bool PassesAbove(TPoint<double> const & a, TPoint<double> const & b, double px, double py)
+{
+    if (IsExactlyEqual(a, b))
+    {
+        return false;
+    }
+    TPoint<double> const & left = b.x > a.x ? a : b;
+    TPoint<double> const & right = b.x > a.x ? b : a;
+    if (!IsGreaterOrAlmostEqual(px, left.x) || !IsClearlyLess(px, right.x))
+    {
+        return false;
+    }
+    double const dx = IsAlmostEqual(px, left.x) ? 0.0 : px - left.x;
+    return (right.y - left.y) * dx > (py - left.y) * (right.x - left.x);
 }
 
 /// The point `c` of the segment nearest to `p`; a tie of the ends gives `s1`. The result is the square distance.

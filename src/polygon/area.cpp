@@ -234,7 +234,12 @@ double OutlineArea(CPolygon::PathObjects const & outline)
 
 } // namespace
 
-double SignedOutlineArea(CPolygon::PathObjects const & outline)
+namespace
+{
+
+/// The signed area of the outline, of which `segmentArea(arc)` tells what lies between an arc and its chord.
+template <typename SegmentArea>
+double SumAreas(CPolygon::PathObjects const & outline, SegmentArea const & segmentArea)
 {
     double area = 0.0;
     TPoint<double> const* origin = nullptr; // a point of the outline, as for a loop
@@ -244,7 +249,7 @@ double SignedOutlineArea(CPolygon::PathObjects const & outline)
         {
             origin = origin == nullptr ? &arc->GetStartPoint() : origin;
             area += SignedTriangleArea(*origin, arc->GetStartPoint(), arc->GetEndPoint());
-            area += CircularSegmentArea(*arc);
+            area += segmentArea(*arc);
             continue;
         }
         auto const end = object->GetPointsEnd();
@@ -255,6 +260,45 @@ double SignedOutlineArea(CPolygon::PathObjects const & outline)
         }
     }
     return area;
+}
+
+/// At least the absolute value of `CircularSegmentArea`: an angle less its sine is at most pi / 2 times one less its
+/// cosine, if it is no greater than pi.
+double LargestSegmentArea(CPathObjectArc const & arc)
+{
+    constexpr double quarterPi = 0.7854; // rounded up
+    TPoint<double> const & a = arc.GetStartPoint();
+    TPoint<double> const & b = arc.GetEndPoint();
+    TPoint<double> const & c = arc.GetCentre();
+    double const ax = a.x - c.x, ay = a.y - c.y;
+    double const bx = b.x - c.x, by = b.y - c.y;
+    double const cross = arc.IsCounterClockwise() ? ax * by - ay * bx : bx * ay - by * ax;
+    double const squareRadius = (ax * ax + ay * ay + bx * bx + by * by) * 0.5;
+    bool const isAtMostHalf = cross >= 0.0 && !(a == b);
+    return quarterPi * (isAtMostHalf ? squareRadius * (1.0 + 1e-14) - (ax * bx + ay * by) : 4.0 * squareRadius);
+}
+
+} // namespace
+
+double SignedOutlineArea(CPolygon::PathObjects const & outline)
+{
+    return SumAreas(outline, CircularSegmentArea);
+}
+
+int SignOfOutlineArea(CPolygon::PathObjects const & outline, double least)
+{
+    double below = 0.0;
+    double above = 0.0;
+    double const chords = SumAreas(outline,
+                                   [&](CPathObjectArc const & arc)
+                                   {
+                                       (arc.IsCounterClockwise() ? above : below) += LargestSegmentArea(arc);
+                                       return 0.0;
+                                   });
+    double const clear = 2.0 * least + 1e-11 * (std::fabs(chords) + below + above); // far above rounding
+    bool const isClear = outline.size() < 10000 && (chords - below > clear || chords + above < -clear);
+    double const area = isClear ? chords : SignedOutlineArea(outline);
+    return !(std::fabs(area) > least) ? 0 : area < 0.0 ? -1 : 1;
 }
 
 double SignedAreaTo(CPathObjectBase const & object, TPoint<double> const & origin)

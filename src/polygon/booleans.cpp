@@ -7,6 +7,7 @@
 
 #include <geometry/thread/thread.h>
 
+#include "numeric/chain_index.h"
 #include "polygon/folding.h"
 #include "polygon/outline_facts.h"
 #include "polygon/subtract_tiles.h"
@@ -85,7 +86,9 @@ void AppendPartsInHoles(PolygonVector & work, CPolygon const & polygon, CPolygon
     for (CPolygon const* hole : clip.GetHoles())
     {
         OwningPolygonVector parts;
-        if (polygon.IntersectPolygon(parts, *hole))
+        std::unique_ptr<Clipper> const clipper(CreateClipper());
+        bool const isSolid = IsIndexUsed(true) && hole->GetHoles().empty() && !HasUserInfo(polygon);
+        if (isSolid ? IntersectWithSolid(polygon, parts, *hole, *clipper) : polygon.IntersectPolygon(parts, *hole))
         {
             AppendPolygons(work, parts);
         }
@@ -286,22 +289,21 @@ bool IntersectPolygonRange(CPolygon const & polygon, PolygonVector & result, Pol
     return DoIntersectCore(result, range, *clipper) != Clipper::eClipFailed;
 }
 
-bool IntersectWithRectangle(CPolygon const & polygon, PolygonVector & result, CPolygon const & rectangle)
+bool IntersectWithSolid(CPolygon const & polygon, PolygonVector & result, CPolygon const & solid, Clipper & clipper)
 {
     DeletePolygons(result);
-    std::unique_ptr<Clipper> const clipper(CreateClipper());
-    EClipResult const r = polygon.GetBoundingRect().Overlaps(rectangle.GetBoundingRect())
-                              ? RunFoldedIntersection(*clipper, rectangle, polygon)
+    EClipResult const r = polygon.GetBoundingRect().Overlaps(solid.GetBoundingRect())
+                              ? RunFoldedIntersection(clipper, solid, polygon)
                               : Clipper::eClipSeparate;
     OwningPolygonVector pieces;
     switch (r)
     {
     case Clipper::eClipResultReady:
-        clipper->TakeResultPolygons(pieces);
+        clipper.TakeResultPolygons(pieces);
         NestRings(pieces);
         break;
     case Clipper::eClipClipInsideSubject:
-        PushPolygon(pieces, std::make_unique<CPolygon>(rectangle));
+        PushPolygon(pieces, std::make_unique<CPolygon>(solid));
         break;
     case Clipper::eClipSeparate:
     case Clipper::eClipRetry:
@@ -313,7 +315,7 @@ bool IntersectWithRectangle(CPolygon const & polygon, PolygonVector & result, CP
         PushPolygon(result, std::make_unique<CPolygon>(polygon));
         return true;
     }
-    return CarryHolesOver(polygon, result, pieces, rectangle, *clipper);
+    return CarryHolesOver(polygon, result, pieces, solid, clipper);
 }
 
 bool XORPolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range)
@@ -344,7 +346,26 @@ bool XORPolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRa
     return true;
 }
 
-bool SubtractPolygons(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range)
+namespace
+{
+
+bool SubtractMany(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range, unsigned int workers,
+                  bool areUsedUp)
+{
+    std::unique_ptr<Clipper> const clipper(CreateClipper());
+    if (this_thread::cancellation_requested())
+    {
+        return false;
+    }
+    if (range.size() >= CPolygon::m_GroupingAmount)
+    {
+        return SubtractInTiles(polygon, result, range, *clipper, workers, areUsedUp);
+    }
+    PushPolygon(result, std::make_unique<CPolygon>(polygon));
+    return SubtractPolygonRange(result, range, *clipper) != Clipper::eClipFailed;
+}
+
+bool SubtractIfAny(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range, bool areUsedUp)
 {
     DeletePolygons(result);
     if (range.empty())
@@ -352,23 +373,25 @@ bool SubtractPolygons(CPolygon const & polygon, PolygonVector & result, PolygonR
         PushPolygon(result, std::make_unique<CPolygon>(polygon));
         return false;
     }
-    return CPolygonInternals::SubtractPolygonsCore(polygon, result, range);
+    return SubtractMany(polygon, result, range, 0, areUsedUp);
+}
+
+} // namespace
+
+bool SubtractPolygons(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range)
+{
+    return SubtractIfAny(polygon, result, range, false);
+}
+
+bool SubtractUsedUpPolygons(CPolygon const & polygon, PolygonVector & result, PolygonVector const & polygons)
+{
+    return SubtractIfAny(polygon, result, PolygonRange(polygons.begin(), polygons.end()), true);
 }
 
 bool CPolygon::SubtractPolygonsCore(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons,
                                     unsigned int workers) const
 {
-    std::unique_ptr<Clipper> const clipper(CreateClipper());
-    if (this_thread::cancellation_requested())
-    {
-        return false;
-    }
-    if (polygons.size() >= m_GroupingAmount)
-    {
-        return SubtractInTiles(*this, result, polygons, *clipper, workers);
-    }
-    PushPolygon(result, std::make_unique<CPolygon>(*this));
-    return SubtractPolygonRange(result, polygons, *clipper) != Clipper::eClipFailed;
+    return SubtractMany(*this, result, polygons, workers, false);
 }
 
 // --- carrying the holes of a cut polygon over to its pieces ------------------------------------------------------

@@ -23,15 +23,17 @@ EClipResult DoIntersectCore(PolygonVector & work, PolygonRange const & range, Cl
 /// Empties `result`, deleting, and fills it with `polygon` cut down to what it shares with all of `range`.
 bool IntersectPolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range);
 
-/// The same for one rectangle and a polygon without user info, of which facts are kept: only what is near the rectangle
-/// is copied.
-bool IntersectWithRectangle(CPolygon const & polygon, PolygonVector & result, CPolygon const & rectangle);
+/// The same for one polygon without holes, and a first one without user info: only what stays of that is copied, and
+/// less is read if facts of it are kept.
+bool IntersectWithSolid(CPolygon const & polygon, PolygonVector & result, CPolygon const & solid, Clipper & clipper);
 
 /// Empties `result`, deleting, and fills it with the symmetric difference of `polygon` and the one in `range`.
 bool XORPolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range);
 
 /// Empties `result`, deleting, and fills it with `polygon` minus all of `range`. An empty range gives a copy and false.
 bool SubtractPolygons(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range);
+/// The same of polygons that are of no use to anybody afterwards: their outlines may be gone then.
+bool SubtractUsedUpPolygons(CPolygon const & polygon, PolygonVector & result, PolygonVector const & polygons);
 
 /// `hole` lies in the outline of `polygon`, which it doesn't cross but may touch. The first test point off the outline
 /// decides: a touching point lies in or out by the half-open rule alone, and would lose the hole on the upper and

@@ -42,11 +42,11 @@ bool IsFolded(Clipper const & clipper)
     return FoldOf(clipper) != nullptr;
 }
 
-bool IsClearOfPointContact(Clipper const & clipper, CPolygon const & first)
+bool IsClearOfPointContact(Clipper & clipper, CPolygon const & first)
 {
     CFold const & fold = *FoldOf(clipper);
     double const before = fold.GetRestLength() + LengthOf(first);
-    double const behind = dynamic_cast<FoldingClipper const &>(clipper).GetResultLength();
+    double const behind = dynamic_cast<FoldingClipper &>(clipper).GetResultLength();
     return std::fabs(behind - before) > 1e-9 * (before + fold.GetRunLength());
 }
 

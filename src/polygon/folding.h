@@ -18,6 +18,6 @@ bool IsFolded(Clipper const & clipper);
 
 /// After a union that is ready and folded: its rings are so much shorter than the two outlines that these don't meet in
 /// single points only.
-bool IsClearOfPointContact(Clipper const & clipper, CPolygon const & first);
+bool IsClearOfPointContact(Clipper & clipper, CPolygon const & first);
 
 } // namespace geometry

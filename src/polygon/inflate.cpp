@@ -38,15 +38,14 @@ void CPolygon::GetInflatedPolygon(std::vector<CPolygon*> & result, double amount
     {
         AppendBands(*hole, std::fabs(amount), bands);
     }
-    PolygonRange const range(bands.begin(), bands.end());
     if (amount < 0.0)
     {
-        geometry::SubtractPolygons(*this, result, range);
+        SubtractUsedUpPolygons(*this, result, bands);
     }
     else
     {
         std::unique_ptr<Clipper> const clipper(CreateClipper());
-        MergeRangeCompletely(*this, result, range, *clipper);
+        MergeRangeCompletely(*this, result, PolygonRange(bands.begin(), bands.end()), *clipper);
     }
     CPolygonInternals::ForgetFacts(result);
 }

@@ -56,7 +56,7 @@ bool IsSteadyPolyline(CPathObjectPolyline const & polyline)
     return IsClean(polyline) && IsClean(reversed);
 }
 
-TObjectFacts Describe(CPathObjectBase const & object, TPoint<double> const & origin)
+TObjectFacts Describe(CPathObjectBase const & object, TPoint<double> const & origin, double length)
 {
     TObjectFacts facts;
     facts.rect = object.GetBoundingRect();
@@ -65,7 +65,7 @@ TObjectFacts Describe(CPathObjectBase const & object, TPoint<double> const & ori
         !(object.GetStartPoint() == object.GetEndPoint()))
     {
         facts.area = SignedAreaTo(object, origin);
-        facts.length = object.CalculateLength();
+        facts.length = length > 0.0 ? length : object.CalculateLength();
         if (CPathObjectArc const* arc = AsArc(object))
         {
             facts.isSteady = IsSteadyArc(*arc);
@@ -197,19 +197,57 @@ double COutlineFacts::GetAreaRounding(CBoundingRect<double> const & bounds) cons
 
 // --- growing ---
 
-TObjectFacts COutlineFacts::Append(CPathObjectBase const & object)
+void COutlineFacts::Restart(TPoint<double> const & origin)
 {
-    TObjectFacts const facts = Describe(object, m_Origin);
-    Append(facts);
-    m_OpenJoints.push_back(m_Count - 1);
+    for (std::unique_ptr<TBlock> & block : m_Blocks)
+    {
+        if (block != nullptr && m_Spare.size() < MaxSpare)
+        {
+            m_Spare.push_back(std::move(block));
+        }
+    }
+    m_Origin = origin;
+    m_Count = 0;
+    m_Blocks.clear();
+    m_Starts.clear();
+    m_OpenJoints.clear();
+}
+
+void COutlineFacts::Reserve(std::size_t count)
+{
+    constexpr std::size_t fewJoints = 16;                  // runs have none
+    std::size_t const blocks = 2 * (count / Capacity + 1); // most of those taken over aren't full
+    m_Blocks.reserve(blocks);
+    m_Starts.reserve(blocks);
+    m_OpenJoints.reserve(std::min(count, fewJoints));
+}
+
+TObjectFacts COutlineFacts::Append(CPathObjectBase const & object, double length)
+{
+    TObjectFacts const facts = Describe(object, m_Origin, length);
+    AppendClone(facts);
     return facts;
+}
+
+std::unique_ptr<COutlineFacts::TBlock> COutlineFacts::MakeBlock()
+{
+    if (m_Spare.empty())
+    {
+        return std::make_unique<TBlock>();
+    }
+    std::unique_ptr<TBlock> block = std::move(m_Spare.back());
+    m_Spare.pop_back();
+    block->count = 0;
+    block->isReversed = false;
+    block->isSummed = false;
+    return block;
 }
 
 void COutlineFacts::Append(TObjectFacts const & facts)
 {
     if (m_Blocks.empty() || m_Blocks.back()->count == Capacity)
     {
-        m_Blocks.push_back(std::make_unique<TBlock>());
+        m_Blocks.push_back(MakeBlock());
     }
     TBlock & block = *m_Blocks.back();
     block.Straighten();
@@ -257,6 +295,7 @@ void COutlineFacts::AppendRun(COutlineFacts & source, std::size_t first, std::si
 void COutlineFacts::Complete(Outline const & outline)
 {
     m_Starts.clear();
+    m_Starts.reserve(m_Blocks.size());
     std::size_t count = 0;
     for (auto const & block : m_Blocks)
     {
@@ -298,7 +337,7 @@ void COutlineFacts::MoveByNothing(Outline const & outline, std::size_t first, st
             if (i >= first && i < last && !block.At(k).isFirm)
             {
                 outline[i]->Translate(0.0, 0.0); // an arc gets its radius anew
-                TObjectFacts const moved = Describe(*outline[i], m_Origin);
+                TObjectFacts const moved = Describe(*outline[i], m_Origin, 0.0);
                 TObjectFacts & facts = block.At(k);
                 facts.rect = moved.rect;
                 facts.length = moved.length;
@@ -317,6 +356,7 @@ COutlineFacts const & CPolygonInternals::CompleteFacts(CPolygon & polygon)
     if (polygon.m_Facts == nullptr || polygon.m_Facts->GetCount() != outline.size())
     {
         auto facts = std::make_shared<COutlineFacts>(outline.front()->GetStartPoint());
+        facts->Reserve(outline.size());
         for (CPathObjectBase const* object : outline)
         {
             facts->Append(*object);

@@ -61,6 +61,12 @@ public:
     /// The point to which areas are measured.
     TPoint<double> const & GetOrigin() const { return m_Origin; }
     std::size_t GetCount() const { return m_Count; }
+    /// Those of one object, also if it is `turned` round.
+    TObjectFacts GetFacts(std::size_t object, bool turned) const
+    {
+        std::size_t const b = FindBlock(object);
+        return m_Blocks[b]->Get(object - m_Starts[b], turned);
+    }
     TFactsSum Sum(std::size_t first, std::size_t last) const;
     /// How far the sum of all areas may be from the true one, and any other computation of it, in an outline within
     /// `bounds`.
@@ -121,11 +127,23 @@ public:
              [&](std::size_t i, TObjectFacts const & facts) { return !mayHold(facts) || visit(i); });
     }
 
-    /// Puts the facts of an object behind the others.
-    TObjectFacts Append(CPathObjectBase const & object);
+    /// Forgets everything, but keeps memory for facts of another outline.
+    void Restart(TPoint<double> const & origin);
+    /// For an outline of `count` objects.
+    void Reserve(std::size_t count);
+    /// Puts the facts of an object behind the others. `length`: its length, or 0 if that isn't known.
+    TObjectFacts Append(CPathObjectBase const & object, double length = 0.0);
+    /// The same for a clone of an object, of which `facts` are known.
+    void AppendClone(TObjectFacts const & facts)
+    {
+        Append(facts);
+        m_OpenJoints.push_back(m_Count - 1);
+    }
     /// The same for a run of objects of `source`, which loses their facts. Each is apart from the next one. They may be
     /// turned round.
     void AppendRun(COutlineFacts & source, std::size_t first, std::size_t last, bool isReversed);
+    /// The last object is apart from the next one to be appended, as its facts say.
+    void CloseJoint() { m_OpenJoints.pop_back(); }
     /// To be called after all have been appended: finds out what depends on their neighbours.
     void Complete(Outline const & outline);
     /// Moves the objects from `first` to before `last` by nothing, except those that this wouldn't change.
@@ -133,6 +151,7 @@ public:
 
 private:
     static constexpr std::size_t Capacity = 16;
+    static constexpr std::size_t MaxSpare = 16;
 
     struct TBlock
     {
@@ -150,14 +169,16 @@ private:
     };
 
     std::size_t FindBlock(std::size_t object) const;
+    std::unique_ptr<TBlock> MakeBlock();
     void Append(TObjectFacts const & facts);
     void AppendBlock(std::unique_ptr<TBlock> & block, std::size_t begin, std::size_t end, bool isReversed);
 
     TPoint<double> m_Origin;
     std::size_t m_Count = 0;
     std::vector<std::unique_ptr<TBlock>> m_Blocks;
-    std::vector<std::size_t> m_Starts;     ///< the first object of each block
-    std::vector<std::size_t> m_OpenJoints; ///< objects of which isn't known whether they are apart, ascending
+    std::vector<std::unique_ptr<TBlock>> m_Spare; ///< to be used again
+    std::vector<std::size_t> m_Starts;            ///< the first object of each block
+    std::vector<std::size_t> m_OpenJoints;        ///< objects of which isn't known whether they are apart, ascending
 };
 
 } // namespace geometry

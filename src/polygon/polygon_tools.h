@@ -127,6 +127,15 @@ struct CPolygonInternals
         polygon.m_WindingDirection = fresh.m_WindingDirection;
         fresh.m_WindingDirection = CPolygon::eWindingUnknown;
     }
+    /// A polygon without holes that is what `source` was; that keeps its rectangle, which others may be looking at.
+    static std::unique_ptr<CPolygon> TakeOutline(CPolygon & source)
+    {
+        auto polygon = std::make_unique<CPolygon>();
+        source.ClearOutlineCache();
+        AdoptOutline(*polygon, std::move(source.m_Outline), source.m_BoundingRect, source.m_WindingDirection, nullptr);
+        source.m_Outline.clear();
+        return polygon;
+    }
     /// Turns a hole of `polygon` so that it winds against `winding`, that of an outline.
     static void TurnHole(CPolygon & hole, CPolygon::EPolygonWinding winding)
     {
@@ -173,6 +182,8 @@ struct CPolygonInternals
     /// The same, where it was found out before.
     static COutlineFacts & FactsOf(CPolygon & polygon) { return *polygon.m_Facts; }
     static COutlineFacts const & FactsOf(CPolygon const & polygon) { return *polygon.m_Facts; }
+    /// The same, which then aren't kept with the polygon any more; null if there are none.
+    static std::shared_ptr<COutlineFacts> TakeFacts(CPolygon & polygon) { return std::move(polygon.m_Facts); }
     static CPolygon::PolygonHash & HolesOf(CPolygon & polygon) { return polygon.m_Holes; }
     static bool IsProbeCountOdd(CPolygon const & polygon, TPoint<double> const & point)
     {
@@ -197,10 +208,6 @@ struct CPolygonInternals
                                              CPolygonClipBase<double>* clipper)
     {
         return polygon.HandleSubtractResultPolygons(result, pieces, clip, clipper);
-    }
-    static bool SubtractPolygonsCore(CPolygon const & polygon, PolygonVector & result, PolygonRange const & polygons)
-    {
-        return polygon.SubtractPolygonsCore(result, polygons);
     }
 };
 

@@ -71,7 +71,7 @@ CSubtractTile::CSubtractTile(CBoundingRect<double> cell) : m_Core(cell)
     m_SearchRect = MakeRectangle(cell);
 }
 
-void CSubtractTile::Process(CPolygon const & subject, CPolygon::PolygonHash const & cutters, Clipper & clipper)
+void CSubtractTile::Process(CPolygon const & subject, TCutters const & cutters, Clipper & clipper)
 {
     if (!Subtract(subject, cutters, clipper))
     {
@@ -91,17 +91,28 @@ void CSubtractTile::Process(CPolygon const & subject, CPolygon::PolygonHash cons
     }
 }
 
-bool CSubtractTile::Subtract(CPolygon const & subject, CPolygon::PolygonHash const & cutters, Clipper & clipper)
+/// No other tile finds it.
+bool CSubtractTile::IsAloneWith(CPolygon const & cutter) const
+{
+    constexpr double largest = 1e9;             // the hash knows coordinates of 32 bits
+    constexpr double room = SearchMargin + 4.0; // in whole numbers
+    CBoundingRect<double> const & rect = cutter.GetBoundingRect();
+    return rect.minX - m_Core.minX > room && rect.minY - m_Core.minY > room && m_Core.maxX - rect.maxX > room &&
+           m_Core.maxY - rect.maxY > room && m_Core.minX > -largest && m_Core.minY > -largest &&
+           m_Core.maxX < largest && m_Core.maxY < largest;
+}
+
+bool CSubtractTile::Subtract(CPolygon const & subject, TCutters const & cutters, Clipper & clipper)
 {
     std::vector<CPolygon*> near;
-    cutters.GetObjectsInRect(m_SearchRect->GetBoundingRect(), near);
+    cutters.hash.GetObjectsInRect(m_SearchRect->GetBoundingRect(), near);
     if (near.empty())
     {
         return false;
     }
     if (CPolygonInternals::HasFacts(subject))
     {
-        IntersectWithRectangle(subject, m_Pieces, *m_WorkRect);
+        IntersectWithSolid(subject, m_Pieces, *m_WorkRect, clipper);
     }
     else
     {
@@ -117,12 +128,17 @@ bool CSubtractTile::Subtract(CPolygon const & subject, CPolygon::PolygonHash con
     {
         CPolygonInternals::TakeHoles(*piece, cut);
     }
-    for (CPolygon const* cutter : near)
+    for (CPolygon* cutter : near)
     {
         OwningPolygonVector parts;
         if (IsIndexUsed(true) && LiesWithin(*cutter, *m_SearchRect))
         {
-            PushPolygon(parts, std::make_unique<CPolygon>(*cutter));
+            bool const isTaken = cutters.areUsedUp && IsAloneWith(*cutter);
+            PushPolygon(parts, isTaken ? CPolygonInternals::TakeOutline(*cutter) : std::make_unique<CPolygon>(*cutter));
+        }
+        else if (IsIndexUsed(true) && cutter->GetHoles().empty())
+        {
+            IntersectWithSolid(*m_SearchRect, parts, *cutter, clipper);
         }
         else
         {

@@ -6,13 +6,20 @@
 namespace geometry
 {
 
+/// What is to be subtracted.
+struct TCutters
+{
+    CPolygon::PolygonHash const & hash;
+    bool areUsedUp; ///< a tile that is alone with one may take its outline
+};
+
 /// One unit of work. Whoever has taken it from the queue is alone with it until all have ended.
 class CSubtractTile
 {
 public:
     explicit CSubtractTile(CBoundingRect<double> cell);
 
-    void Process(CPolygon const & subject, CPolygon::PolygonHash const & cutters, Clipper & clipper);
+    void Process(CPolygon const & subject, TCutters const & cutters, Clipper & clipper);
 
     std::unique_ptr<CPolygon> m_CutRect; ///< then: what the result replaces in the subject; null if given up
     OwningPolygonVector m_Pieces;        ///< the result
@@ -20,7 +27,8 @@ public:
     OwningPolygonVector m_BorderIslands; ///< islands that reach into a neighbour, which may know them as its pieces
 
 private:
-    bool Subtract(CPolygon const & subject, CPolygon::PolygonHash const & cutters, Clipper & clipper);
+    bool Subtract(CPolygon const & subject, TCutters const & cutters, Clipper & clipper);
+    bool IsAloneWith(CPolygon const & cutter) const;
 
     CBoundingRect<double> m_Core;           ///< the part of the cell that no neighbour treats
     std::unique_ptr<CPolygon> m_WorkRect;   ///< the part of the subject that is treated

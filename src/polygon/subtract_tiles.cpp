@@ -81,7 +81,7 @@ bool MakeTiles(CBoundingRect<double> const & bounds, TTileGrid & grid, Tiles & t
 /// What the workers of one call share.
 struct TTileQueue
 {
-    TTileQueue(Tiles & tiles, CPolygon const & s, CPolygon::PolygonHash const & c)
+    TTileQueue(Tiles & tiles, CPolygon const & s, TCutters const & c)
         : cursor(tiles.begin()), end(tiles.end()), subject(s), cutters(c)
     {
     }
@@ -92,7 +92,7 @@ struct TTileQueue
     std::exception_ptr failure;         ///< the first exception of a worker
     unsigned long long gaveUpCount = 0; ///< of the workers that have ended
     CPolygon const & subject;
-    CPolygon::PolygonHash const & cutters;
+    TCutters const & cutters;
 };
 
 /// Reports on every way out what the calling worker counted.
@@ -110,7 +110,7 @@ struct TGaveUpReport
     TTileQueue & queue;
 };
 
-void ProcessTile(CSubtractTile & tile, CPolygon const & subject, CPolygon::PolygonHash const & cutters)
+void ProcessTile(CSubtractTile & tile, CPolygon const & subject, TCutters const & cutters)
 {
     this_thread::cancellation_point();
     std::unique_ptr<Clipper> const clipper(CreateClipper());
@@ -175,8 +175,7 @@ std::vector<thread*> StartWorkers(unsigned int count, TTileQueue & queue)
 }
 
 /// Works on all tiles. Fails: `thread_canceled` if the calling thread is asked to stop; no worker runs any more then.
-void RunSubtractTiles(unsigned int workers, Tiles & tiles, CPolygon const & subject,
-                      CPolygon::PolygonHash const & cutters)
+void RunSubtractTiles(unsigned int workers, Tiles & tiles, CPolygon const & subject, TCutters const & cutters)
 {
     if (workers < 2)
     {
@@ -378,7 +377,7 @@ void FillCutters(PolygonRange const & polygons, TBorrowedPolygons & cutters, Own
 } // namespace
 
 bool SubtractInTiles(CPolygon const & subject, PolygonVector & result, PolygonRange const & polygons, Clipper & clipper,
-                     unsigned int workers)
+                     unsigned int workers, bool areUsedUp)
 {
     OwningPolygonVector copies;
     TBorrowedPolygons cutters;
@@ -398,7 +397,7 @@ bool SubtractInTiles(CPolygon const & subject, PolygonVector & result, PolygonRa
     try
     {
         RunSubtractTiles(workers == 0 ? thread::hardware_concurrency() : workers, tiles,
-                         shared != nullptr ? *shared : subject, cutters.hash);
+                         shared != nullptr ? *shared : subject, {cutters.hash, areUsedUp});
     }
     catch (thread_canceled const &)
     {

@@ -162,17 +162,27 @@ bool HasArc(CPolygon::PathObjects const & outline)
                        [](CPathObjectBase const* object) { return !object->CanAppendVertex(); });
 }
 
-/// Twice the signed area of a polygon.
-double SumOf(CPathObjectBase::PointIterator first, CPathObjectBase::PointIterator last)
+/// Twice the signed area of a polygon, point by point.
+class CAreaSum
 {
-    double sum = 0.0;
-    for (auto p = first; p != last; ++p)
+public:
+    /// `last`: the last point to come.
+    explicit CAreaSum(TPoint<double> const & last) : m_Before(last) {}
+
+    void Add(CPathObjectBase::PointIterator first, CPathObjectBase::PointIterator last)
     {
-        TPoint<double> const & before = *((p == first ? last : p) - 1);
-        sum = (p->y * before.x + sum) - p->x * before.y;
+        for (; first != last; ++first)
+        {
+            m_Sum = (first->y * m_Before.x + m_Sum) - first->x * m_Before.y;
+            m_Before = *first;
+        }
     }
-    return sum;
-}
+    double Get() const { return m_Sum; }
+
+private:
+    double m_Sum = 0.0;
+    TPoint<double> m_Before;
+};
 
 } // namespace
 
@@ -182,21 +192,36 @@ CPolygon::EPolygonWinding CPolygon::GetWindingDirection() const
     {
         return known;
     }
-    double sum;
-    if (CPathObjectBase const & only = *m_Outline.front(); m_Outline.size() == 1 && only.CanAppendVertex())
+    constexpr std::size_t usualPoints = 4; // of an arc
+    CPathObjectBase::Points points;
+    points.reserve(usualPoints);
+    for (std::size_t i = m_Outline.size(); i-- > 0 && points.empty();)
     {
-        sum = SumOf(only.GetPointsBegin(), only.GetPointsEnd());
-    }
-    else
-    {
-        CPathObjectBase::Points points;
-        for (CPathObjectBase const* object : m_Outline)
+        if (m_Outline[i]->CanAppendVertex() && m_Outline[i]->IsValid())
         {
-            object->AppendValidWindingPoints(points);
+            points.push_back(m_Outline[i]->GetEndPoint());
         }
-        sum = SumOf(points.begin(), points.end());
+        else
+        {
+            m_Outline[i]->AppendValidWindingPoints(points);
+        }
     }
-    EPolygonWinding const winding = sum < 0.0 ? eWindingNegative : eWindingPositive; // zero and NaN count as positive
+    CAreaSum sum(points.empty() ? TPoint<double>() : points.back());
+    for (CPathObjectBase const* object : m_Outline)
+    {
+        if (object->CanAppendVertex())
+        {
+            sum.Add(object->GetPointsBegin(), object->GetPointsEnd());
+        }
+        else
+        {
+            points.clear();
+            object->AppendValidWindingPoints(points);
+            sum.Add(points.begin(), points.end());
+        }
+    }
+    // zero and NaN count as positive
+    EPolygonWinding const winding = sum.Get() < 0.0 ? eWindingNegative : eWindingPositive;
     m_WindingDirection = HasArc(m_Outline) ? CorrectWindingOfLongArcs(winding) : winding;
     return m_WindingDirection;
 }
@@ -205,14 +230,10 @@ CPolygon::EPolygonWinding CPolygon::GetWindingDirection() const
 /// wind the wrong way. A true area that is clearly not zero decides.
 CPolygon::EPolygonWinding CPolygon::CorrectWindingOfLongArcs(EPolygonWinding winding) const
 {
-    double const area = SignedOutlineArea(m_Outline);
     double const boundingArea =
         (m_BoundingRect.maxX - m_BoundingRect.minX) * (m_BoundingRect.maxY - m_BoundingRect.minY);
-    if (!(std::fabs(area) > clearPartOfArea * boundingArea))
-    {
-        return winding;
-    }
-    return area < 0.0 ? eWindingNegative : eWindingPositive;
+    int const sign = SignOfOutlineArea(m_Outline, clearPartOfArea * boundingArea);
+    return sign == 0 ? winding : sign < 0 ? eWindingNegative : eWindingPositive;
 }
 
 CPolygon::EPolygonWinding CPolygon::ReverseWindingDirection()

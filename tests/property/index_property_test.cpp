@@ -192,7 +192,7 @@ std::string FingerprintOfMany(std::vector<Shape> const & shapes, EIndexUse use, 
     text += CPolygon::MergePolygons(merged, range) ? "true" : "false";
     std::vector<CPolygon const*> const rest(range.begin() + 1, range.end());
     text += range.front()->SubtractPolygons(left, rest, 1) ? " true" : " false";
-    if (shapes.size() % 4 == 0) merged.front()->GetInflatedPolygon(grown, shapes.size() % 8 == 0 ? 700.0 : -300.0);
+    if (shapes.size() % 2 == 0) merged.front()->GetInflatedPolygon(grown, shapes.size() % 8 == 0 ? 700.0 : -300.0);
     for (auto const* result : {&merged, &left, &grown})
         for (CPolygon const* polygon : *result)
             text += '\n' + PrintShape(ShapeOf(*polygon));
