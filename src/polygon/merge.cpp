@@ -118,9 +118,10 @@ private:
     CTargetHoles m_Holes;       ///< of the target, which has none itself as long as it grows
     double m_TargetArea = -1.0; ///< of its outline; negative if not known
     MergeOutcome m_Outcome;
-    std::size_t m_IslandCount = 0;
+    std::size_t m_IslandCount = 0; ///< of all islands set free, and of their holes
     /// Far beyond what holes that don't overlap can set free: where it is passed, islands aren't merged any more, so
-    /// that a polygon whose holes overlap can't free the same one for ever.
+    /// that a polygon whose holes overlap can't free the same one for ever, nor one that comes back with twice as many
+    /// holes each time.
     std::size_t m_IslandLimit = 1000;
 };
 
@@ -504,7 +505,10 @@ void CMerger::UpdateHoles(Candidate & candidate)
 /// Islands take part like any other polygon.
 void CMerger::ReleaseIslands(CWaitingPolygons & scan, OwningPolygonVector & islands)
 {
-    m_IslandCount += islands.size();
+    for (CPolygon const* island : islands)
+    {
+        m_IslandCount += 1 + island->GetHoles().size();
+    }
     if (m_IslandCount <= m_IslandLimit)
     {
         scan.AddAll(islands);
