@@ -61,6 +61,7 @@ public:
 
 private:
     static constexpr std::size_t NoHole = static_cast<std::size_t>(-1);
+    static constexpr std::size_t ManyHoles = 100;
 
     /// A hole of the target that doesn't stay as it was, and how many of the pieces are what is left of it.
     struct TReachedHole
@@ -100,7 +101,7 @@ private:
     void FreeIslands(Candidate & candidate);
     void DealOutHoles(Candidate & candidate);
     void UpdateHoles(Candidate & candidate);
-    void ReleaseIslands(CWaitingPolygons & scan, OwningPolygonVector & islands);
+    void ReleaseIslands(CWaitingPolygons & scan, OwningPolygonVector & islands, std::size_t holes);
     void TurnHoles();
     void DropGaps();
     void OfferAgain(CWaitingPolygons & from, std::size_t start, CBoundingRect<double> const & box);
@@ -118,10 +119,9 @@ private:
     CTargetHoles m_Holes;       ///< of the target, which has none itself as long as it grows
     double m_TargetArea = -1.0; ///< of its outline; negative if not known
     MergeOutcome m_Outcome;
-    std::size_t m_IslandCount = 0; ///< of all islands set free, and of their holes
+    std::size_t m_IslandCount = 0;
     /// Far beyond what holes that don't overlap can set free: where it is passed, islands aren't merged any more, so
-    /// that a polygon whose holes overlap can't free the same one for ever, nor one that comes back with twice as many
-    /// holes each time.
+    /// that a polygon whose holes overlap can't free the same one for ever.
     std::size_t m_IslandLimit = 1000;
 };
 
@@ -218,9 +218,10 @@ void CMerger::TryCandidate(CWaitingPolygons & scan, std::size_t place)
         scan.Add(scan.Take(place)); // an island in a hole: nothing changed
         return;
     }
+    std::size_t const holes = polygon.GetHoles().size() + m_Holes.GetAll().size();
     Absorb(scan.Take(place), r, candidate);
     UpdateHoles(candidate);
-    ReleaseIslands(scan, candidate.islands);
+    ReleaseIslands(scan, candidate.islands, holes);
     if (candidate.changed)
     {
         OfferAgain(scan, place, box); // from here on stands what was passed over
@@ -502,14 +503,17 @@ void CMerger::UpdateHoles(Candidate & candidate)
     m_Holes.PutInFront(rings);
 }
 
-/// Islands take part like any other polygon.
-void CMerger::ReleaseIslands(CWaitingPolygons & scan, OwningPolygonVector & islands)
+/// Islands take part like any other polygon. They come from two that had `holes` in all: many more, and it is because
+/// these overlap. Such islands stay by themselves, since they would come back with twice as many each time.
+void CMerger::ReleaseIslands(CWaitingPolygons & scan, OwningPolygonVector & islands, std::size_t holes)
 {
+    std::size_t islandHoles = 0;
     for (CPolygon const* island : islands)
     {
-        m_IslandCount += 1 + island->GetHoles().size();
+        islandHoles += island->GetHoles().size();
     }
-    if (m_IslandCount <= m_IslandLimit)
+    m_IslandCount += islands.size();
+    if (m_IslandCount <= m_IslandLimit && islandHoles <= holes + holes / 2 + ManyHoles)
     {
         scan.AddAll(islands);
     }

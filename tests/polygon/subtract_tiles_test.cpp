@@ -1,6 +1,7 @@
 // Subtracting many polygons in tiles: the exact region without seams, the same with any number of workers, and requests
 // to stop, exceptions and wild coordinates. The thread sanitizer runs all of it. Each set begins with small squares at
 // the origin, so that the grid does, too.
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <cmath>
@@ -309,6 +310,35 @@ TEST(SubtractTiles, WildCoordinatesEnd)
             bool const isDone = board.subject.SubtractPolygons(result, board.Range(), 2);
             EXPECT_TRUE(isDone ? std::isfinite(TotalArea(result)) : result.empty()) << wild;
         }
+}
+
+TEST(SubtractTiles, OutlinesThatCrossThemselvesDontBreedHoles)
+{
+    // full circles across the edges of squares, and arcs that go back over themselves; the seeds are those that did
+    constexpr std::array outlines{"M 0,0 L 4,0 A ccw 5,0 4,0 L 4,4 0,4 Z",
+                                  "M 0,0 L 4,0 A cw 5,0 4,0 L 4,4 0,4 Z",
+                                  "M 0,0 L 4,0 A ccw 3,1 4,0 L 4,4 0,4 Z",
+                                  "M 0,0 L 4,0 A ccw 4,2 4,4 A cw 4,5 4,4 L 0,4 Z",
+                                  "M 0,0 L 4,0 A ccw 4,-1 4,0 A ccw 4,2 4,4 A cw 3,4 4,4 L 0,4 Z",
+                                  "M 0,0 A cw 1,0 0,0 A ccw -1,0 0,0 Z"};
+    for (unsigned long const seed : {823UL, 880UL, 1505UL})
+    {
+        CShapeGenerator random(seed);
+        TBoard board(Rect(-5e6, -5e6, 105e6, 105e6), 0);
+        for (int i = 0; i < 60; ++i)
+        {
+            std::size_t const outline = random.Int(0, outlines.size() - 1);
+            double const x = random.Int(0, 900) * 1e5;
+            double const y = random.Int(0, 900) * 1e5;
+            board.Add(*MakePolygon(Mapped(ParseShape(outlines.at(outline)), 2e6, 0, x, y)));
+        }
+        OwningPolygonVector result;
+        EXPECT_TRUE(board.subject.SubtractPolygons(result, board.Range(), 1));
+        std::size_t holes = 0;
+        for (CPolygon const* polygon : result)
+            holes += polygon->GetHoles().size();
+        EXPECT_LT(holes, 10000U) << seed;
+    }
 }
 
 } // namespace geometry::test
