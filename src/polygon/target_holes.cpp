@@ -9,8 +9,7 @@ void CTargetHoles::TakeFrom(CPolygon & target)
 {
     OwningPolygonVector holes;
     CPolygonInternals::TakeHoles(target, holes);
-    m_HasNested =
-        std::any_of(holes.begin(), holes.end(), [](CPolygon const* hole) { return !hole->GetHoles().empty(); });
+    m_HasNested = false;
     Insert(0, holes);
 }
 
@@ -81,6 +80,7 @@ void CTargetHoles::Insert(std::size_t index, PolygonVector & holes)
     for (CPolygon const* hole : holes)
     {
         rects.push_back(hole->GetBoundingRect());
+        m_HasNested = m_HasNested || !hole->GetHoles().empty();
     }
     auto const at = static_cast<std::ptrdiff_t>(index);
     m_Rects.insert(m_Rects.begin() + at, rects.begin(), rects.end());

@@ -14,7 +14,7 @@ class CTargetHoles
 {
 public:
     bool IsEmpty() const { return m_Holes.empty(); }
-    /// A hole bears holes itself, as none that a merge has made does.
+    /// A hole may bear holes itself: rings that lie about each other where an outline crosses itself.
     bool HasNested() const { return m_HasNested; }
     PolygonVector const & GetAll() const { return m_Holes; }
 

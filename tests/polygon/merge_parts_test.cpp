@@ -155,4 +155,20 @@ TEST(MergeParts, HolesKeepTheirOrderWhenSomeAreReplaced)
 }
 
 } // namespace
+TEST(MergeParts, HolesThatBearHolesAreNoticedWhereverTheyComeFrom)
+{
+    CTargetHoles holes;
+    OwningPolygonVector ring;
+    PushPolygon(ring, std::make_unique<CPolygon>(RectLine(0, 0, 9, 9).release()));
+    CPolygonInternals::AddAsHole(*ring[0], *std::make_unique<CPolygon>(RectLine(3, 3, 6, 6).release()).release());
+    EXPECT_FALSE(holes.HasNested());
+    holes.PutInFront(ring);
+    EXPECT_TRUE(holes.HasNested());
+    CPolygon target;
+    holes.GiveBackTo(target);
+    CPolygonInternals::DeleteHoles(target);
+    holes.TakeFrom(target);
+    EXPECT_FALSE(holes.HasNested());
+}
+
 } // namespace geometry::test
