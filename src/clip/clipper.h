@@ -110,8 +110,8 @@ enum class EIntersectionOutcome
 bool NoteCuts(CPathObjectHolder* subject, CPathObjectHolder* clip);
 
 /// Cuts both closed rings at all their crossings, a holder a piece, and links the two holders of each crossing.
-/// `sameWinding`: the rings run in the same sense, and so meet several crossings at one point in the same order. Each ring
-/// has a memory of its own, and gives back what its cuts took.
+/// `sameWinding`: the rings run in the same sense, and so meet several crossings at one point in the same order. Each
+/// ring has a memory of its own, and gives back what its cuts took.
 EIntersectionOutcome FindAndSplitIntersections(CPathObjectHolder* subject, CPathObjectHolder* clip, bool sameWinding);
 
 /// The first holder from `ring` on that doesn't stand within an overlap; null if there is none.
@@ -140,8 +140,8 @@ enum class EMarkOutcome
 EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const* other, bool invert,
                       CBoundingRect<double> const & rect);
 
-/// Traces the marked rings and adds the result rings, made in `memory` and finished, to the front of `results`. False if a walk found no way
-/// on, or not all of them are closed.
+/// Traces the marked rings and adds the result rings, made in `memory` and finished, to the front of `results`. False
+/// if a walk found no way on, or not all of them are closed.
 bool TraceResultRings(CPathObjectHolder* subjectRing, CPathObjectHolder* clipRing, CLinkedPathObject*& results,
                       CResultMemory & memory, CRegionProof & proof);
 

@@ -52,7 +52,7 @@ private:
     {
         std::size_t const grown = FirstSize << std::min<std::size_t>(m_Blocks.size() + 1, 8);
         std::size_t const size = std::max(std::min(grown, MaxBlockSize), atLeast);
-        m_Blocks.emplace_back(new std::byte[size]);
+        m_Blocks.push_back(std::make_unique_for_overwrite<std::byte[]>(size));
         m_Next = m_Blocks.back().get();
         m_Left = size;
     }

@@ -154,7 +154,6 @@ TEST(MergeParts, HolesKeepTheirOrderWhenSomeAreReplaced)
     }
 }
 
-} // namespace
 TEST(MergeParts, HolesThatBearHolesAreNoticedWhereverTheyComeFrom)
 {
     CTargetHoles holes;
@@ -170,5 +169,7 @@ TEST(MergeParts, HolesThatBearHolesAreNoticedWhereverTheyComeFrom)
     holes.TakeFrom(target);
     EXPECT_FALSE(holes.HasNested());
 }
+
+} // namespace
 
 } // namespace geometry::test
