@@ -107,7 +107,8 @@ std::vector<CContestant> MakeContestants(bench::CSeries const & series, bench::C
     return contestants;
 }
 
-/// "0.52 (0.6)": a figure, and in brackets what it is to stay below, if that is to be judged. Notes a miss in `verdict`.
+/// "0.52 (0.6)": a figure, and in brackets what it is to stay below, if that is to be judged. Notes a miss in
+/// `verdict`.
 std::string Judged(double figure, double limit, char const* what, std::string & verdict)
 {
     char text[64];

@@ -252,8 +252,8 @@ CRegionProof::EExpected CRegionProof::ExpectAway(TPoint<double> const & point, C
 namespace
 {
 
-/// Asks one object for several points whether the ray crosses it an odd number of times: of an arc and a point away from
-/// it that is plain.
+/// Asks one object for several points whether the ray crosses it an odd number of times: of an arc and a point away
+/// from it that is plain.
 class CObjectProbe
 {
 public:

@@ -25,8 +25,8 @@ public:
     /// One rectangle a piece, in chain order.
     explicit CChainIndex(std::vector<Rect> rects) { Rebuild(rects); }
 
-    /// The same for other pieces. The rectangles so far, of no use any more, go to `rects`: who builds often needs no new
-    /// memory.
+    /// The same for other pieces. The rectangles so far, of no use any more, go to `rects`: who builds often needs no
+    /// new memory.
     void Rebuild(std::vector<Rect> & rects);
 
     std::size_t GetCount() const { return m_Levels.front().size(); }

@@ -9,8 +9,8 @@ namespace geometry
 /// Signed area of an outline, exact on arcs, positive for a counter-clockwise one. 0 without path objects.
 double SignedOutlineArea(CPolygon::PathObjects const & outline);
 
-/// The sign of `SignedOutlineArea`: -1 or 1, or 0 where the area isn't above `least` on either side. Where that is plain,
-/// no angle of an arc is worked out.
+/// The sign of `SignedOutlineArea`: -1 or 1, or 0 where the area isn't above `least` on either side. Where that is
+/// plain, no angle of an arc is worked out.
 int SignOfOutlineArea(CPolygon::PathObjects const & outline, double least);
 
 /// Signed area between one path object and `origin`: those of all objects of an outline add up to its own.
