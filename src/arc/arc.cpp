@@ -60,7 +60,7 @@ Sweep SweepOf(CPathObjectArc const & arc)
 CPathObjectArc::CPathObjectArc() = default;
 
 CPathObjectArc::CPathObjectArc(CPathObjectArc const & other)
-    : CPathObjectBase(other), m_Radius(other.m_Radius), m_Direction(other.m_Direction)
+    : CPathObjectBase(other), m_Radius(other.m_Radius), m_Direction(other.m_Direction), m_Steadiness(other.m_Steadiness)
 {
 }
 
@@ -91,6 +91,7 @@ CPathObjectArc const & CPathObjectArc::operator=(CPathObjectArc const & other)
         CPathObjectBase::operator=(other);
         m_Radius = other.m_Radius;
         m_Direction = other.m_Direction;
+        m_Steadiness = other.m_Steadiness;
         m_ArcPoints.Clear();
     }
     return *this;
@@ -119,6 +120,7 @@ void CPathObjectArc::SetArc(TPoint<double> const & start, TPoint<double> const &
     m_Points[eMidPoint] = CalculateArcMidPoint(sweep);
     m_Radius = newRadius;
     m_ArcPoints.Clear();
+    m_Steadiness = eRectIsCurrent;
     m_Direction = counterClockwise ? eDirectionCounterClockwise : eDirectionClockwise;
     if (sweep.IsClosed())
     {
@@ -258,12 +260,14 @@ void CPathObjectArc::TryToCorrectProblems()
 {
     if (IsValid())
     {
+        m_Steadiness = eSteadinessUnknown;
         CorrectArcCentre(m_Points[eStart], m_Points[eEnd], m_Points[eCentre], m_Radius);
     }
 }
 
 void CPathObjectArc::RecalculateBoundingRect()
 {
+    m_Steadiness = eRectIsCurrent;
     m_BoundingRect = IsValid() ? CalculateArcBoundingRect(SweepOf(*this)) : CBoundingRect<double>();
 }
 

@@ -12,10 +12,20 @@ namespace geometry
 {
 
 /// What needs the points of a valid arc themselves.
+enum EArcSteadiness : std::int32_t
+{
+    eSteadinessUnknown = 0,
+    eRectIsCurrent = 1, ///< and no more is known
+    eUnsteady = 2,
+    eSteady = 3
+};
+
 struct CArcInternals
 {
     /// Start, end, centre, mid-point.
     static TPoint<double> const* GetPoints(CPathObjectArc const & arc) { return arc.m_Points.data(); }
+    /// What is known of it: an `EArcSteadiness`.
+    static TLazyValue<std::int32_t> & SteadinessOf(CPathObjectArc const & arc) { return arc.m_Steadiness; }
 };
 
 /// The mean of the distances of `c` to `p` and `q`, in coordinate units.

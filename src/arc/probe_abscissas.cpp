@@ -15,9 +15,7 @@ namespace
 
 constexpr std::size_t FewIntervals = 16;
 constexpr double LargestReach = 1e15;
-constexpr double LargestMisfit = 0.01;  // of the radius, in coordinate units
-constexpr double SmallestRadius = 1e-6; // as a part of the coordinates of the centre
-constexpr double SmallestTurn = 1e-14;  // twice the area of start, mid-point, end and centre, as a part of a square
+constexpr double SmallestTurn = 1e-14; // twice the area of start, mid-point, end and centre, as a part of a square
 
 /// An arc so short that the misfit of its ends turns them round can be read as nearly the whole circle, while its
 /// rectangle is that of a part: the ray may cross it above or below the rectangle then.
@@ -52,22 +50,35 @@ TArcReading ReadArc(CPathObjectArc const & arc)
             .rect = CalculateArcBoundingRect(sweep)};
 }
 
-bool IsSteadyArc(CPathObjectArc const & arc)
+namespace
 {
-    return arc.IsValid() && IsSteadyArc(arc, ReadArc(arc));
+
+bool IsSteady(CPathObjectArc const & arc, bool isRectCurrent)
+{
+    Sweep const sweep = SweepOf(arc);
+    double const radius = sweep.r;
+    double const reach = std::max(std::fabs(sweep.C.x), std::fabs(sweep.C.y));
+    auto const fits = [&](TPoint<double> const & end)
+    { return std::fabs(DistanceBetween(end, sweep.C) - radius) <= LargestMisfit; };
+    return radius > SmallestRadius * reach && reach + radius < LargestReach && fits(sweep.A) && fits(sweep.B) &&
+           // moved and turned round, it finds its direction again
+           radius * DistanceBetween(sweep.A, sweep.B) > SmallestTurn * (reach + radius) * (reach + radius) &&
+           (isRectCurrent || !IsRectOutdated(arc.GetBoundingRect(), CalculateArcBoundingRect(sweep))) &&
+           !IsReadBesideRect(arc.GetBoundingRect(), sweep);
 }
 
-bool IsSteadyArc(CPathObjectArc const & arc, TArcReading const & reading)
+} // namespace
+
+bool IsSteadyArc(CPathObjectArc const & arc)
 {
-    double const radius = reading.sweep.r;
-    double const reach = reading.reach;
-    auto const fits = [&](double distance) { return std::fabs(distance - radius) <= LargestMisfit; };
-    return radius > SmallestRadius * reach && reach + radius < LargestReach && fits(reading.toA) && fits(reading.toB) &&
-           // moved and turned round, it finds its direction again
-           radius * DistanceBetween(reading.sweep.A, reading.sweep.B) >
-               SmallestTurn * (reach + radius) * (reach + radius) &&
-           !IsRectOutdated(arc.GetBoundingRect(), reading.rect) &&
-           !IsReadBesideRect(arc.GetBoundingRect(), reading.sweep);
+    TLazyValue<std::int32_t> & steadiness = CArcInternals::SteadinessOf(arc);
+    std::int32_t known = steadiness;
+    if (known < eUnsteady)
+    {
+        known = arc.IsValid() && IsSteady(arc, known == eRectIsCurrent) ? eSteady : eUnsteady;
+        steadiness = known;
+    }
+    return known == eSteady;
 }
 
 namespace

@@ -24,8 +24,13 @@ struct TArcReading
 TArcReading ReadArc(CPathObjectArc const & arc);
 
 /// The points of the arc say the same about its circle, and this isn't lost in the rounding of the coordinates.
+/// Worked out once; what changes the arc makes it forget.
 bool IsSteadyArc(CPathObjectArc const & arc);
-bool IsSteadyArc(CPathObjectArc const & arc, TArcReading const & reading);
+
+/// The most that the distances of its two ends from the centre differ from the radius of a steady arc.
+constexpr double LargestMisfit = 0.01;
+/// The radius of a steady arc is above this part of the coordinates of the centre.
+constexpr double SmallestRadius = 1e-6;
 
 /// `x` is near one of the abscissas of the arc, which must be as for `CProbeAbscissas`.
 bool IsNearAbscissa(CPathObjectArc const & arc, double x);

@@ -23,21 +23,28 @@ constexpr double RelativeRoom = 1e-12;        // of the largest coordinate: far 
 } // namespace
 
 /// The rectangle of the object with room for the tolerances of its questions. Everything, where these can't be told.
-/// `arc`: of the object, or null.
-CBoundingRect<double> CRingIndex::RectWithRoom(CPathObjectBase const & object, TArcReading const* arc)
+/// `arc`: the object, if it is a valid one.
+CBoundingRect<double> CRingIndex::RectWithRoom(CPathObjectBase const & object, CPathObjectArc const* arc)
 {
     CBoundingRect<double> rect = object.GetBoundingRect();
     double const largest =
         std::max({std::fabs(rect.minX), std::fabs(rect.minY), std::fabs(rect.maxX), std::fabs(rect.maxY)});
     double room = std::max(RelativeRoom * largest, SizeRoom * std::max(rect.maxX - rect.minX, rect.maxY - rect.minY));
     bool isRegular = std::isfinite(room) && largest < 1e150;
-    if (arc != nullptr)
+    if (arc != nullptr && IsSteadyArc(*arc))
     {
-        rect.Include(arc->rect); // a repair has left the old one
-        double const radius = arc->sweep.r;
-        double const misfit = std::fabs(radius - arc->toA) + std::fabs(radius - arc->toB);
-        room = std::max(room, RelativeRoom * arc->reach) + ArcRoom + misfit;
-        isRegular = isRegular && radius > 1e-6 * arc->reach && std::isfinite(room);
+        TPoint<double> const & centre = CArcInternals::GetPoints(*arc)[2];
+        double const reach = std::max(std::fabs(centre.x), std::fabs(centre.y));
+        room = std::max(room, RelativeRoom * reach) + ArcRoom + 2.0 * LargestMisfit;
+    }
+    else if (arc != nullptr)
+    {
+        TArcReading const reading = ReadArc(*arc);
+        rect.Include(reading.rect); // a repair has left the old one
+        double const radius = reading.sweep.r;
+        double const misfit = std::fabs(radius - reading.toA) + std::fabs(radius - reading.toB);
+        room = std::max(room, RelativeRoom * reading.reach) + ArcRoom + misfit;
+        isRegular = isRegular && radius > SmallestRadius * reading.reach && std::isfinite(room);
     }
     if (!isRegular)
     {
@@ -134,9 +141,8 @@ void CRingIndex::ReadObjects()
         if (isArc && object.IsValid())
         {
             auto const & arc = static_cast<CPathObjectArc const &>(object);
-            TArcReading const reading = ReadArc(arc);
-            m_Rects[i] = RectWithRoom(object, &reading);
-            isTold = isTold && !(*start == end) && IsSteadyArc(arc, reading);
+            m_Rects[i] = RectWithRoom(object, &arc);
+            isTold = isTold && !(*start == end) && IsSteadyArc(arc);
             if (isTold)
             {
                 m_Abscissas.Add(arc);

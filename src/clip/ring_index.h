@@ -74,7 +74,7 @@ private:
     bool MakeIndexIfItPays();
     void LookUp(CBoundingRect<double> const & rect);
     void ReadObjects();
-    static CBoundingRect<double> RectWithRoom(CPathObjectBase const & object, TArcReading const* arc);
+    static CBoundingRect<double> RectWithRoom(CPathObjectBase const & object, CPathObjectArc const* arc);
 
     /// A point, and whether it is near abscissas at which arcs need care: looked up at most once.
     class CProbe

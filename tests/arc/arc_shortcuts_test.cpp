@@ -1,5 +1,7 @@
 // What is told of arcs without working it out, against working it out: many arcs, sizes and places from fine to coarse,
 // ends and points next to where the answer changes.
+#include <functional>
+
 #include <gtest/gtest.h>
 
 #include "arc/arc_geometry.h"
@@ -96,6 +98,39 @@ TEST(ArcShortcuts, AbscissasOfManyAreThoseOfEach)
         bool const isNear = std::any_of(each.begin(), each.end(), [x](auto const & one) { return one.IsNear(x); });
         ASSERT_EQ(isNear, all.IsNear(x)) << x;
     }
+}
+
+TEST(ArcShortcuts, SteadinessIsForgottenWithEveryChange)
+{
+    CRandom random(44);
+    int changed = 0;
+    for (int i = 0; i < 4000; ++i)
+    {
+        AngleArc const a = DrawArc(random);
+        Point const end = OnCircle(a.centre, a.radius + random.In(-0.02, 0.02), a.from + a.size);
+        CPathObjectArc const drawn(a.At(0), end, a.centre, random.Coin(), random.Coin() ? a.radius : -1);
+        CPathObjectArc arc;
+        std::function<void()> const changes[] = {
+            [&] { arc = drawn; },
+            [&] { arc.TryToCorrectProblems(); },
+            [&] { arc.Reverse(); },
+            [&] { arc.Translate(random.In(-1e9, 1e9), 0), arc.Translate(-1e9, 0); },
+            [&] { arc.Scale(1, random.In(0.999, 1)); },
+            [&] { arc.RecalculateBoundingRect(); },
+            [&] { arc.SetArc(a.At(0), end, a.centre, a.At(0.5), random.Coin() ? -1 : a.radius * 1.001); },
+            [&] { arc.SetArc(a.At(0), end, a.centre, random.Coin(), random.Coin() ? -1 : a.radius * 1.001); }};
+        bool isSteady = IsSteadyArc(arc);
+        for (int step = 0; step < 8; ++step)
+        {
+            changes[static_cast<int>(random.In(0, 8))]();
+            CPathObjectArc anew(arc);
+            CArcInternals::SteadinessOf(anew) = eSteadinessUnknown;
+            ASSERT_EQ(IsSteadyArc(arc), IsSteadyArc(anew)) << i << " " << step;
+            changed += isSteady != IsSteadyArc(arc);
+            isSteady = IsSteadyArc(arc);
+        }
+    }
+    EXPECT_GT(changed, 2000);
 }
 
 } // namespace geometry

@@ -155,6 +155,7 @@ private:
     double m_Radius = -1.0;
     TLazyObject<Points> m_ArcPoints; ///< chord approximation from start to end; none until asked for
     mutable TLazyValue<EArcDirection> m_Direction = eDirectionUnknown;
+    mutable TLazyValue<std::int32_t> m_Steadiness = 0; ///< whether points, radius and rectangle agree; an enumerator
 };
 
 } // namespace geometry
