@@ -57,7 +57,7 @@ struct CContestant
 {
     std::string name = {}; ///< empty for truearc
     double ratio = 0.0;
-    bool hasArcs = true;
+    bench::EArcs arcs = bench::EArcs::eKept;
     CRun run = {};
     std::vector<double> milliseconds = {};
     double value = 0.0;
@@ -101,7 +101,7 @@ std::vector<CContestant> MakeContestants(bench::CSeries const & series, bench::C
         for (auto const & peer : bench::GetPeers())
         {
             if (peer.name != rival.name) continue;
-            contestants.push_back({rival.name, rival.ratio, peer.hasArcs, peer.prepare(workload)});
+            contestants.push_back({rival.name, rival.ratio, peer.arcs, peer.prepare(workload, peer.arcs)});
         }
     }
     return contestants;
@@ -169,7 +169,7 @@ void PrintRows(bench::CSeries const & series, bench::CWorkload const & workload,
         if (i > 0)
         {
             double const apart = std::abs(ours.value - rival.value);
-            double const allowed = bench::AllowedDifference(workload, rival.hasArcs);
+            double const allowed = bench::AllowedDifference(workload, rival.arcs);
             std::string const ratio =
                 Judged(ours.Median() / rival.Median(), isLargest ? rival.ratio : 0.0, "ratio", verdict);
             if (!(apart <= allowed)) verdict += " RESULTS DIFFER";

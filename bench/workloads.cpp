@@ -359,6 +359,7 @@ std::vector<CSeries> MakeSeries()
     std::vector<int> const large{1000, 10000, 100000};
     std::vector<int> const wide{100, 1000, 10000, 100000};
     std::vector<int> const huge{1000, 10000, 100000, 1000000};
+    std::vector<CRival> const flowerRivals{{"GEOS", 0.25}, {"GEOS, finer"}, {"CGAL", 0.08}};
     std::vector<CRival> const anyRatio{{"GEOS"}, {"CGAL"}};
     // clang-format off
     return {
@@ -367,8 +368,8 @@ std::vector<CSeries> MakeSeries()
         {"StarsSpiky", "difference of two spiky stars, one polyline each", spiky, large, {{"Clipper"}}},
         {"CrossingTwice", "union of two stars that cross twice", twice, huge, {{"GEOS", 0.6}}, 1.15},
         {"CrossingSmooth", "union of two circles of chords", smooth, huge, {{"GEOS"}}},
-        {"FlowersIntersect", "intersection of two flowers", shared, medium, {{"GEOS", 0.25}, {"CGAL", 0.08}}, 1.2},
-        {"FlowersSubtract", "difference of two flowers", less, medium, {{"GEOS", 0.25}, {"CGAL", 0.08}}, 1.2},
+        {"FlowersIntersect", "intersection of two flowers", shared, medium, flowerRivals, 1.2},
+        {"FlowersSubtract", "difference of two flowers", less, medium, flowerRivals, 1.2},
         {"BoardOneWorker", "board less n shapes, 1 worker", board, medium, anyRatio},
         {"BoardTwoWorkers", "board less n shapes, 2 workers", boardByTwo, medium, {{"GEOS", 0.25}, {"CGAL", 0.25}}, 1.2},
         {"MergeSparse", "merge of n shapes in clusters", sparse, medium, {{"CGAL", 0.5}}, 1.3},

@@ -137,7 +137,7 @@ void RunOperation(EOperation operation, CExactPolygons const & first, CExactPoly
 
 } // namespace
 
-CRun PrepareCgal(CWorkload const & workload)
+CRun PrepareCgal(CWorkload const & workload, EArcs)
 {
     return [&workload, first = MakePolygons(workload.first), second = MakePolygons(workload.second)]
     {

@@ -16,13 +16,13 @@ namespace
 using ClipperLib::Path;
 using ClipperLib::Paths;
 
-Paths MakePaths(CPolygons const & polygons)
+Paths MakePaths(CPolygons const & polygons, EArcs arcs)
 {
     Paths paths;
     for (auto const & polygon : polygons)
     {
         Path path;
-        auto ring = ReadRing(*polygon);
+        auto ring = ReadRing(*polygon, arcs);
         ring.pop_back();
         for (auto const & point : ring)
         {
@@ -50,10 +50,10 @@ ClipperLib::ClipType TypeOf(EOperation operation)
 
 } // namespace
 
-CRun PrepareClipper(CWorkload const & workload)
+CRun PrepareClipper(CWorkload const & workload, EArcs arcs)
 {
     auto const type = TypeOf(workload.operation);
-    return [&workload, type, first = MakePaths(workload.first), second = MakePaths(workload.second)]
+    return [&workload, type, first = MakePaths(workload.first, arcs), second = MakePaths(workload.second, arcs)]
     {
         Paths result;
         CStopwatch const watch(workload);

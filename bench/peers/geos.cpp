@@ -30,9 +30,9 @@ struct CDeleter
 using CGeometry = std::unique_ptr<GEOSGeometry, CDeleter>;
 using CGeometries = std::vector<CGeometry>;
 
-GEOSGeometry* MakeLinearRing(geometry::CPolygon const & polygon)
+GEOSGeometry* MakeLinearRing(geometry::CPolygon const & polygon, EArcs arcs)
 {
-    auto const ring = ReadRing(polygon);
+    auto const ring = ReadRing(polygon, arcs);
     std::vector<double> coordinates;
     for (auto const & point : ring)
     {
@@ -43,32 +43,32 @@ GEOSGeometry* MakeLinearRing(geometry::CPolygon const & polygon)
         GEOSCoordSeq_copyFromBuffer_r(Context(), coordinates.data(), static_cast<unsigned>(ring.size()), 0, 0));
 }
 
-CGeometry MakePolygon(geometry::CPolygon const & polygon)
+CGeometry MakePolygon(geometry::CPolygon const & polygon, EArcs arcs)
 {
     std::vector<GEOSGeometry*> holes;
     for (auto const* hole : polygon.GetHoles())
     {
-        holes.push_back(MakeLinearRing(*hole));
+        holes.push_back(MakeLinearRing(*hole, arcs));
     }
-    return CGeometry(GEOSGeom_createPolygon_r(Context(), MakeLinearRing(polygon), holes.data(),
+    return CGeometry(GEOSGeom_createPolygon_r(Context(), MakeLinearRing(polygon, arcs), holes.data(),
                                               static_cast<unsigned>(holes.size())));
 }
 
-CGeometry MakeCollection(CPolygons const & polygons)
+CGeometry MakeCollection(CPolygons const & polygons, EArcs arcs)
 {
     std::vector<GEOSGeometry*> parts;
     for (auto const & polygon : polygons)
     {
-        parts.push_back(MakePolygon(*polygon).release());
+        parts.push_back(MakePolygon(*polygon, arcs).release());
     }
     return CGeometry(
         GEOSGeom_createCollection_r(Context(), GEOS_MULTIPOLYGON, parts.data(), static_cast<unsigned>(parts.size())));
 }
 
-CGeometry MakeOperand(CPolygons const & polygons)
+CGeometry MakeOperand(CPolygons const & polygons, EArcs arcs)
 {
     if (polygons.empty()) return nullptr;
-    return polygons.size() == 1 ? MakePolygon(*polygons.front()) : MakeCollection(polygons);
+    return polygons.size() == 1 ? MakePolygon(*polygons.front(), arcs) : MakeCollection(polygons, arcs);
 }
 
 CGeometry Inflate(GEOSGeometry const* geometry, double amount)
@@ -134,10 +134,10 @@ COutcome RunPoints(CWorkload const & workload, GEOSGeometry const* polygon, CGeo
 
 } // namespace
 
-CRun PrepareGeos(CWorkload const & workload)
+CRun PrepareGeos(CWorkload const & workload, EArcs arcs)
 {
-    std::shared_ptr<GEOSGeometry> const first = MakeOperand(workload.first);
-    std::shared_ptr<GEOSGeometry> const second = MakeOperand(workload.second);
+    std::shared_ptr<GEOSGeometry> const first = MakeOperand(workload.first, arcs);
+    std::shared_ptr<GEOSGeometry> const second = MakeOperand(workload.second, arcs);
     auto const points = std::make_shared<CGeometries>();
     for (auto const & point : workload.points)
     {

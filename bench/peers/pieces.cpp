@@ -2,8 +2,6 @@
 
 #include "pieces.h"
 
-#include "peers.h"
-
 #include <algorithm>
 #include <cmath>
 
@@ -32,6 +30,22 @@ double SweepOf(CPathObjectArc const & arc)
     return sign * positive;
 }
 
+/// How far chords may be from an arc of the polygon.
+double ChordTolerance(CPolygon const & polygon, CPiece const & arc, EArcs arcs)
+{
+    auto const & rect = polygon.GetBoundingRect();
+    return 1e-4 *
+           (arcs == EArcs::eFineChords ? 2.0 * arc.radius : std::max(rect.maxX - rect.minX, rect.maxY - rect.minY));
+}
+
+/// How many chords of one length keep the tolerance.
+int CountChords(CPiece const & arc, double tolerance)
+{
+    // the middle of a chord over an angle a is radius * (1 - cos(a / 2)) from the arc
+    double const angle = 2.0 * std::acos(std::max(-1.0, 1.0 - tolerance / arc.radius));
+    return std::max(static_cast<int>(std::ceil(std::abs(arc.sweep) / angle)), 2);
+}
+
 /// The sums over the outlines of polygons and their holes that bound what chords change.
 struct CSums
 {
@@ -39,21 +53,21 @@ struct CSums
     double perimeter = 0.0;
     double tolerance = 0.0; // the largest
 
-    void Add(CPolygon const & polygon)
+    void Add(CPolygon const & polygon, EArcs arcs)
     {
-        double const own = ChordTolerance(polygon);
-        tolerance = std::max(tolerance, own);
         for (CPiece const & piece : ReadPieces(polygon))
         {
             perimeter += piece.Length();
             if (piece.sweep == 0.0) continue;
+            double const own = ChordTolerance(polygon, piece, arcs);
+            tolerance = std::max(tolerance, own);
             int const chords = CountChords(piece, own);
             double const angle = std::abs(piece.sweep) / chords;
             segments += chords * 0.5 * piece.radius * piece.radius * (angle - std::sin(angle));
         }
         for (CPolygon const* hole : polygon.GetHoles())
         {
-            Add(*hole);
+            Add(*hole, arcs);
         }
     }
 };
@@ -93,27 +107,13 @@ std::vector<CPiece> ReadPieces(CPolygon const & polygon)
     return pieces;
 }
 
-double ChordTolerance(CPolygon const & polygon)
+std::vector<CPoint> ReadRing(CPolygon const & polygon, EArcs arcs)
 {
-    auto const & rect = polygon.GetBoundingRect();
-    return 1e-4 * std::max(rect.maxX - rect.minX, rect.maxY - rect.minY);
-}
-
-int CountChords(CPiece const & arc, double tolerance)
-{
-    // the middle of a chord over an angle a is radius * (1 - cos(a / 2)) from the arc
-    double const angle = 2.0 * std::acos(std::max(-1.0, 1.0 - tolerance / arc.radius));
-    return std::max(static_cast<int>(std::ceil(std::abs(arc.sweep) / angle)), 2);
-}
-
-std::vector<CPoint> ReadRing(CPolygon const & polygon)
-{
-    double const tolerance = ChordTolerance(polygon);
     std::vector<CPoint> ring;
     for (CPiece const & piece : ReadPieces(polygon))
     {
         ring.push_back(piece.start);
-        int const chords = piece.sweep == 0.0 ? 1 : CountChords(piece, tolerance);
+        int const chords = piece.sweep == 0.0 ? 1 : CountChords(piece, ChordTolerance(polygon, piece, arcs));
         for (int i = 1; i < chords; ++i)
         {
             ring.push_back(piece.PointAt(static_cast<double>(i) / chords));
@@ -123,14 +123,14 @@ std::vector<CPoint> ReadRing(CPolygon const & polygon)
     return ring;
 }
 
-double AllowedDifference(CWorkload const & workload, bool hasArcs)
+double AllowedDifference(CWorkload const & workload, EArcs arcs)
 {
     CSums sums;
     for (CPolygons const* polygons : {&workload.first, &workload.second})
     {
         for (auto const & polygon : *polygons)
         {
-            sums.Add(*polygon);
+            sums.Add(*polygon, arcs);
         }
     }
     switch (workload.operation)
@@ -142,7 +142,7 @@ double AllowedDifference(CWorkload const & workload, bool hasArcs)
     case EOperation::eInflate: // bands are up to half a percent wider, and a peer rounds corners with chords
         return sums.perimeter * (sums.tolerance + 0.01 * std::abs(workload.amount)) + sums.segments;
     default:
-        return sums.perimeter * Rounding + (hasArcs ? 0.0 : sums.segments);
+        return sums.perimeter * Rounding + (arcs == EArcs::eKept ? 0.0 : sums.segments);
     }
 }
 
@@ -151,9 +151,10 @@ std::vector<CPeer> const & GetPeers()
     static std::vector<CPeer> const peers{
 #ifdef TRUEARC_PEER_GEOS
         {"GEOS", PrepareGeos},
+        {"GEOS, finer", PrepareGeos, EArcs::eFineChords},
 #endif
 #ifdef TRUEARC_PEER_CGAL
-        {"CGAL", PrepareCgal, true},
+        {"CGAL", PrepareCgal, EArcs::eKept},
 #endif
 #ifdef TRUEARC_PEER_CLIPPER
         {"Clipper", PrepareClipper},

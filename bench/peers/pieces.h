@@ -2,7 +2,7 @@
 /// Outlines in plain numbers, for libraries that know nothing of path objects.
 #pragma once
 
-#include "../workloads.h"
+#include "peers.h"
 
 #include <vector>
 
@@ -25,11 +25,7 @@ struct CPiece
 /// The outline of a polygon, without holes, segment by segment.
 std::vector<CPiece> ReadPieces(geometry::CPolygon const & polygon);
 
-/// How far chords may be from their arcs: 1e-4 of the larger side of the shape.
-double ChordTolerance(geometry::CPolygon const & polygon);
-/// How many chords of one length keep the tolerance.
-int CountChords(CPiece const & arc, double tolerance);
 /// The outline with chords for arcs, closed: the last point is the first.
-std::vector<CPoint> ReadRing(geometry::CPolygon const & polygon);
+std::vector<CPoint> ReadRing(geometry::CPolygon const & polygon, EArcs arcs);
 
 } // namespace bench
