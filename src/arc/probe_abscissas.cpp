@@ -34,6 +34,20 @@ bool IsReadBesideRect(CBoundingRect<double> const & rect, Sweep const & sweep)
     return isBeside(centre.y - rise) || isBeside(centre.y + rise);
 }
 
+/// One whose ends are turned round and level with the centre can be read as half of its circle: beyond both ends, the
+/// ray crosses it once then.
+bool IsReadPastEnds(CBoundingRect<double> const & rect, Sweep const & sweep)
+{
+    double const left = std::min(sweep.A.x, sweep.B.x) - 2.0 * LargestMisfit;
+    double const right = std::max(sweep.A.x, sweep.B.x) + 2.0 * LargestMisfit;
+    auto const isCrossedOnce = [&](double x)
+    {
+        return IsAbscissaInSweep(sweep.A, sweep.B, sweep.C, x, true) !=
+               IsAbscissaInSweep(sweep.A, sweep.B, sweep.C, x, false);
+    };
+    return (rect.minX < left && isCrossedOnce(rect.minX)) || (rect.maxX > right && isCrossedOnce(rect.maxX));
+}
+
 /// A repair moves the centre and leaves the rectangle.
 bool IsRectOutdated(CBoundingRect<double> const & rect, CBoundingRect<double> const & anew)
 {
@@ -67,7 +81,8 @@ bool IsSteadyArc(CPathObjectArc const & arc, TArcReading const & reading)
            radius * DistanceBetween(reading.sweep.A, reading.sweep.B) >
                SmallestTurn * (reach + radius) * (reach + radius) &&
            !IsRectOutdated(arc.GetBoundingRect(), reading.rect) &&
-           !IsReadBesideRect(arc.GetBoundingRect(), reading.sweep);
+           !IsReadBesideRect(arc.GetBoundingRect(), reading.sweep) &&
+           !IsReadPastEnds(arc.GetBoundingRect(), reading.sweep);
 }
 
 namespace

@@ -51,32 +51,56 @@ TEST(ArcShortcuts, ChordsAreThoseOfAllGridPointsAsked)
     }
 }
 
+/// Some ends are level with the centre and so near to each other that their misfit says which comes first.
+CPathObjectArc DrawUnfitArc(CRandom & random, AngleArc const & a)
+{
+    double const misfit = random.Coin() ? 0 : random.In(-0.009, 0.009) * (random.Coin() ? 1 : 100);
+    Point start = a.At(0), end = OnCircle(a.centre, a.radius + misfit, a.from + a.size);
+    if (random.In(0, 1) < 0.1)
+    {
+        double const side = random.Coin() ? a.radius : -a.radius;
+        start = {a.centre.x + side, a.centre.y + (random.Coin() ? 0 : std::pow(10, random.In(-13, -3)))};
+        end = {a.centre.x + side + misfit, a.centre.y};
+    }
+    return {start, end, a.centre, random.Coin(), a.radius};
+}
+
 TEST(ArcShortcuts, PointsAreClearlyFarAndCrossedAsComputed)
 {
     CRandom random(42);
-    int far = 0, counted = 0;
-    for (int i = 0; i < 100000; ++i)
+    int far = 0, counted = 0, below = 0;
+    for (int i = 0; i < 150000; ++i)
     {
         AngleArc const a = DrawArc(random);
-        double const misfit = random.Coin() ? 0 : random.In(-0.009, 0.009);
-        CPathObjectArc const arc(a.At(0), OnCircle(a.centre, a.radius + misfit, a.from + a.size), a.centre,
-                                 random.Coin(), a.radius);
+        CPathObjectArc const arc = DrawUnfitArc(random, a);
         double const off = (random.Coin() ? 1 : -1) * std::pow(10, random.In(-2, 4));
-        Point const p = OnCircle(a.centre, a.radius + off, random.Coin() ? DrawAngle(random) : a.from + off / a.radius);
+        double const end = a.from + (random.Coin() ? a.size : 0);
+        Point p = OnCircle(a.centre, a.radius + off, random.Coin() ? DrawAngle(random) : end + off / a.radius);
+        if (i % 16 == 0) p.x = a.centre.x + 1e-200; // steeper than the computation can bear
         double const distance = std::pow(10, random.In(-1.5, 3));
         Point closest;
         bool const isFar = IsClearlyFarther(arc, p, distance);
         ASSERT_TRUE(!isFar || arc.SquareDistanceToPoint(p.x, p.y, closest) > distance * distance) << i;
         far += isFar;
+        if (!IsSteadyArc(arc) || arc.GetStartPoint() == arc.GetEndPoint()) continue;
         CProbeAbscissas abscissas;
-        if (!IsSteadyArc(arc) || !IsClearlyFarther(arc, p, 0.11)) continue;
         abscissas.Add(arc), abscissas.Prepare();
         if (abscissas.IsNear(p.x)) continue;
-        ASSERT_EQ((arc.IntersectWithVerticalProbeLine(p) & 1U) != 0, IsClearlyCrossed(arc, p)) << i;
-        ++counted;
+        bool const isOdd = (arc.IntersectWithVerticalProbeLine(p) & 1U) != 0;
+        if (IsClearlyFarther(arc, p, 0.11))
+        {
+            ASSERT_EQ(isOdd, IsClearlyCrossed(arc, p)) << i;
+            ++counted;
+        }
+        if (p.y < arc.GetBoundingRect().minY - 0.12)
+        {
+            ASSERT_EQ(isOdd, (p.x < arc.GetStartPoint().x) != (p.x < arc.GetEndPoint().x)) << i;
+            ++below;
+        }
     }
-    EXPECT_GT(far, 30000);
+    EXPECT_GT(far, 40000);
     EXPECT_GT(counted, 20000);
+    EXPECT_GT(below, 5000);
 }
 
 TEST(ArcShortcuts, AbscissasOfManyAreThoseOfEach)
