@@ -17,7 +17,19 @@ constexpr std::size_t FewIntervals = 16;
 constexpr double LargestReach = 1e15;
 constexpr double LargestMisfit = 0.01;  // of the radius, in coordinate units
 constexpr double SmallestRadius = 1e-6; // as a part of the coordinates of the centre
-constexpr double SmallestTurn = 1e-14;  // twice the area of start, mid-point, end and centre, as a part of a square
+constexpr double SmallestTurn = 1e-14;  // as a part of a square
+
+/// Twice the area of start, mid-point, end and centre, by which an arc that was moved and turned round finds its
+/// direction again. A repair leaves the mid-point where it was: it may lie in line with the others.
+double TurnOf(CPathObjectArc const & arc)
+{
+    TPoint<double> const* const points = CArcInternals::GetPoints(arc);
+    TPoint<double> const & start = points[0];
+    TPoint<double> const & end = points[1];
+    TPoint<double> const & centre = points[2];
+    TPoint<double> const & middle = points[3];
+    return std::fabs((end.x - start.x) * (middle.y - centre.y) - (end.y - start.y) * (middle.x - centre.x));
+}
 
 /// An arc so short that the misfit of its ends turns them round can be read as nearly the whole circle, while its
 /// rectangle is that of a part: the ray may cross it above or below the rectangle then.
@@ -77,9 +89,7 @@ bool IsSteadyArc(CPathObjectArc const & arc, TArcReading const & reading)
     double const reach = reading.reach;
     auto const fits = [&](double distance) { return std::fabs(distance - radius) <= LargestMisfit; };
     return radius > SmallestRadius * reach && reach + radius < LargestReach && fits(reading.toA) && fits(reading.toB) &&
-           // moved and turned round, it finds its direction again
-           radius * DistanceBetween(reading.sweep.A, reading.sweep.B) >
-               SmallestTurn * (reach + radius) * (reach + radius) &&
+           TurnOf(arc) > SmallestTurn * (reach + radius) * (reach + radius) &&
            !IsRectOutdated(arc.GetBoundingRect(), reading.rect) &&
            !IsReadBesideRect(arc.GetBoundingRect(), reading.sweep) &&
            !IsReadPastEnds(arc.GetBoundingRect(), reading.sweep);

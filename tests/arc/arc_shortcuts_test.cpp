@@ -62,6 +62,13 @@ CPathObjectArc DrawUnfitArc(CRandom & random, AngleArc const & a)
         start = {a.centre.x + side, a.centre.y + (random.Coin() ? 0 : std::pow(10, random.In(-13, -3)))};
         end = {a.centre.x + side + misfit, a.centre.y};
     }
+    if (random.In(0, 1) < 0.1) // repaired, it has its centre in its mid-point
+    {
+        CPathObjectArc arc(start, end, start, random.Coin());
+        arc.TryToCorrectProblems();
+        arc.Translate(0, 0);
+        return arc;
+    }
     return {start, end, a.centre, random.Coin(), a.radius};
 }
 
@@ -83,6 +90,11 @@ TEST(ArcShortcuts, PointsAreClearlyFarAndCrossedAsComputed)
         ASSERT_TRUE(!isFar || arc.SquareDistanceToPoint(p.x, p.y, closest) > distance * distance) << i;
         far += isFar;
         if (!IsSteadyArc(arc) || arc.GetStartPoint() == arc.GetEndPoint()) continue;
+        CPathObjectArc turned(arc);
+        turned.Translate(0, 0);
+        bool const isCounterClockwise = turned.IsCounterClockwise();
+        turned.Reverse(), turned.Translate(0, 0);
+        ASSERT_NE(isCounterClockwise, turned.IsCounterClockwise()) << i;
         CProbeAbscissas abscissas;
         abscissas.Add(arc), abscissas.Prepare();
         if (abscissas.IsNear(p.x)) continue;
