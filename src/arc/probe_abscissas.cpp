@@ -60,6 +60,19 @@ bool IsReadPastEnds(CBoundingRect<double> const & rect, Sweep const & sweep)
     return (rect.minX < left && isCrossedOnce(rect.minX)) || (rect.maxX > right && isCrossedOnce(rect.maxX));
 }
 
+/// What the distances to the arc go by, the directions from its centre, takes it beyond its rectangle: also one whose
+/// ends are turned round by their misfit, or by rounding.
+bool IsMeasuredBeyondRect(CBoundingRect<double> const & rect, Sweep const & sweep)
+{
+    TPoint<double> const & c = sweep.C;
+    double const r = sweep.r;
+    constexpr double room = 2.0 * LargestMisfit;
+    auto const holds = [&](double x, double y)
+    { return sweep.IsClosed() || IsPointInSweep(sweep, TPoint<double>(x, y)); };
+    return (c.x + r > rect.maxX + room && holds(c.x + r, c.y)) || (c.y + r > rect.maxY + room && holds(c.x, c.y + r)) ||
+           (c.x - r < rect.minX - room && holds(c.x - r, c.y)) || (c.y - r < rect.minY - room && holds(c.x, c.y - r));
+}
+
 /// A repair moves the centre and leaves the rectangle.
 bool IsRectOutdated(CBoundingRect<double> const & rect, CBoundingRect<double> const & anew)
 {
@@ -71,11 +84,13 @@ bool IsRectOutdated(CBoundingRect<double> const & rect, CBoundingRect<double> co
 TArcReading ReadArc(CPathObjectArc const & arc)
 {
     Sweep const sweep = SweepOf(arc);
+    CBoundingRect<double> const rect = CalculateArcBoundingRect(sweep);
     return {.sweep = sweep,
             .toA = DistanceBetween(sweep.A, sweep.C),
             .toB = DistanceBetween(sweep.B, sweep.C),
             .reach = std::max(std::fabs(sweep.C.x), std::fabs(sweep.C.y)),
-            .rect = CalculateArcBoundingRect(sweep)};
+            .rect = rect,
+            .isBeyondRect = IsMeasuredBeyondRect(rect, sweep)};
 }
 
 bool IsSteadyArc(CPathObjectArc const & arc)
@@ -90,7 +105,7 @@ bool IsSteadyArc(CPathObjectArc const & arc, TArcReading const & reading)
     auto const fits = [&](double distance) { return std::fabs(distance - radius) <= LargestMisfit; };
     return radius > SmallestRadius * reach && reach + radius < LargestReach && fits(reading.toA) && fits(reading.toB) &&
            TurnOf(arc) > SmallestTurn * (reach + radius) * (reach + radius) &&
-           !IsRectOutdated(arc.GetBoundingRect(), reading.rect) &&
+           !IsRectOutdated(arc.GetBoundingRect(), reading.rect) && !reading.isBeyondRect &&
            !IsReadBesideRect(arc.GetBoundingRect(), reading.sweep) &&
            !IsReadPastEnds(arc.GetBoundingRect(), reading.sweep);
 }

@@ -35,6 +35,12 @@ CBoundingRect<double> CRingIndex::RectWithRoom(CPathObjectBase const & object, T
     {
         rect.Include(arc->rect); // a repair has left the old one
         double const radius = arc->sweep.r;
+        if (arc->isBeyondRect)
+        {
+            TPoint<double> const & centre = arc->sweep.C;
+            rect.Include(TPoint<double>(centre.x - radius, centre.y - radius));
+            rect.Include(TPoint<double>(centre.x + radius, centre.y + radius));
+        }
         double const misfit = std::fabs(radius - arc->toA) + std::fabs(radius - arc->toB);
         room = std::max(room, RelativeRoom * arc->reach) + ArcRoom + misfit;
         isRegular = isRegular && radius > 1e-6 * arc->reach && std::isfinite(room);

@@ -182,6 +182,19 @@ TEST(IndexProperty, ResultsAreThoseOfThePlainLoops)
     }
 }
 
+/// Points count as on an arc of 1e-7 units that passes for nearly its whole circle, and are far from its rectangle.
+TEST(IndexProperty, ArcsOfDoubtfulSenseHoldPointsAsInThePlainLoops)
+{
+    Shape const first = ParseShape("M -4096,0 L 5557.8377344865112,1145.5203514887667 A ccw 4763.703125,2019.625 "
+                                   "5557.837734543451,1145.5203514257248 A cw 3348.71875,341.515625 "
+                                   "5674.6609730490154,0 L 4093.8211596864344,-522.89427884622853 L -4096,0 Z");
+    Shape const second = ParseShape("M 4093.8211596864344,-522.89427884622853 L 5557.837734543451,1145.515625 A cw "
+                                    "4763.703125,2019.625 5557.8377344865112,1145.5203514887667 L 4096,2752 L "
+                                    "4093.8211596864344,-522.89427884622853 Z");
+    EXPECT_EQ(Stages(*MakePolygon(first), *MakePolygon(second), EIndexUse::eNever),
+              Stages(*MakePolygon(first), *MakePolygon(second), EIndexUse::eAlways));
+}
+
 /// What many shapes come to: all in one, taken away from one, and the first one's outline as a band; with the calls of
 /// the user infos that every `noted`th shape has.
 std::string FingerprintOfMany(std::vector<Shape> const & shapes, EIndexUse use, std::size_t noted)
