@@ -29,7 +29,7 @@ AngleArc DrawArc(CRandom & random)
     double const radius = std::pow(10, random.In(-2, 9));
     double const from = DrawAngle(random);
     double const size = random.Coin() ? DrawAngle(random) - from : std::pow(10, random.In(-16, 0.7));
-    double const reach = random.Coin() ? 0 : std::pow(10, random.In(-3, 9.3));
+    double const reach = random.Coin() ? 0 : std::pow(10, random.In(-3, random.Coin() ? 9.3 : 14));
     return {random.PointIn(-reach, reach), radius, from, size < 0 ? size + 2 * Pi : size};
 }
 
@@ -41,7 +41,7 @@ TEST(ArcShortcuts, ChordsAreThoseOfAllGridPointsAsked)
     for (int i = 0; i < 30000; ++i)
     {
         AngleArc const arc = DrawArc(random);
-        Sweep const sweep = {arc.At(0), OnCircle(arc.centre, arc.radius * random.In(0.5, 1.1), arc.from + arc.size),
+        Sweep const sweep = {arc.At(0), OnCircle(arc.centre, arc.radius * random.In(0.01, 1.1), arc.from + arc.size),
                              arc.centre, arc.radius};
         SetIndexUse(EIndexUse::eNever);
         auto const asked = BuildArcPoints(sweep);
@@ -62,11 +62,13 @@ CPathObjectArc DrawUnfitArc(CRandom & random, AngleArc const & a)
         start = {a.centre.x + side, a.centre.y + (random.Coin() ? 0 : std::pow(10, random.In(-13, -3)))};
         end = {a.centre.x + side + misfit, a.centre.y};
     }
-    if (random.In(0, 1) < 0.1) // repaired, it has its centre in its mid-point
+    if (random.Coin()) std::swap(start, end);
+    if (random.In(0, 1) < 0.1) // repaired, it may have its centre in its mid-point
     {
-        CPathObjectArc arc(start, end, start, random.Coin());
+        double const move = random.In(-9, 9);
+        CPathObjectArc arc(start, end, random.Coin() ? start : Point(a.centre.x + move, a.centre.y), random.Coin());
         arc.TryToCorrectProblems();
-        arc.Translate(0, 0);
+        if (random.Coin()) arc.Translate(0, 0); // and a rectangle that fits
         return arc;
     }
     return {start, end, a.centre, random.Coin(), a.radius};
@@ -80,11 +82,21 @@ TEST(ArcShortcuts, PointsAreClearlyFarAndCrossedAsComputed)
     {
         AngleArc const a = DrawArc(random);
         CPathObjectArc const arc = DrawUnfitArc(random, a);
+        Point const c = arc.GetCentre();
+        double const r = arc.GetRadius();
         double const off = (random.Coin() ? 1 : -1) * std::pow(10, random.In(-2, 4));
         double const end = a.from + (random.Coin() ? a.size : 0);
-        Point p = OnCircle(a.centre, a.radius + off, random.Coin() ? DrawAngle(random) : end + off / a.radius);
-        bool const isTooSteep = i % 16 == 0; // for the computation: it takes the point for one of the circle
-        if (isTooSteep) p.x = a.centre.x + 1e-200;
+        Point p = OnCircle(c, r + off, random.Coin() ? DrawAngle(random) : end + off / r);
+        if (i % 4 == 0) // beside an abscissa of the arc, and often below it
+        {
+            double const xs[] = {c.x - r, c.x + r, arc.GetStartPoint().x, arc.GetEndPoint().x};
+            p.x = xs[i / 4 % 4] + off * 1e-3;
+            p.y -= random.Coin() ? 2 * r : 0;
+        }
+        if (i % 8 == 2) p = {arc.GetEndPoint().x + random.In(-0.2, 0.2), arc.GetEndPoint().y + random.In(-0.2, 0.2)};
+        if (i % 8 == 6) p = {arc.GetStartPoint().x + random.In(-0.2, 0.2), arc.GetStartPoint().y};
+        bool const isTooSteep = i % 16 == 1; // for the computation: it takes the point for one of the circle
+        if (isTooSteep) p.x = c.x + 1e-200;
         double const distance = std::pow(10, random.In(-1.5, 3));
         Point closest;
         bool const isFar = IsClearlyFarther(arc, p, distance);
