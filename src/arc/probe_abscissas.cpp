@@ -15,7 +15,19 @@ namespace
 
 constexpr std::size_t FewIntervals = 16;
 constexpr double LargestReach = 1e15;
-constexpr double SmallestTurn = 1e-14; // twice the area of start, mid-point, end and centre, as a part of a square
+constexpr double SmallestTurn = 1e-14; // as a part of a square
+
+/// Twice the area of start, mid-point, end and centre, by which an arc that was moved and turned round finds its
+/// direction again. A repair leaves the mid-point where it was: it may lie in line with the others.
+double TurnOf(CPathObjectArc const & arc)
+{
+    TPoint<double> const* const points = CArcInternals::GetPoints(arc);
+    TPoint<double> const & start = points[0];
+    TPoint<double> const & end = points[1];
+    TPoint<double> const & centre = points[2];
+    TPoint<double> const & middle = points[3];
+    return std::fabs((end.x - start.x) * (middle.y - centre.y) - (end.y - start.y) * (middle.x - centre.x));
+}
 
 /// An arc so short that the misfit of its ends turns them round can be read as nearly the whole circle, while its
 /// rectangle is that of a part: the ray may cross it above or below the rectangle then.
@@ -32,6 +44,33 @@ bool IsReadBesideRect(CBoundingRect<double> const & rect, Sweep const & sweep)
     return isBeside(centre.y - rise) || isBeside(centre.y + rise);
 }
 
+/// One whose ends are turned round and level with the centre can be read as half of its circle: beyond both ends, the
+/// ray crosses it once then.
+bool IsReadPastEnds(CBoundingRect<double> const & rect, Sweep const & sweep)
+{
+    double const left = std::min(sweep.A.x, sweep.B.x) - 2.0 * LargestMisfit;
+    double const right = std::max(sweep.A.x, sweep.B.x) + 2.0 * LargestMisfit;
+    auto const isCrossedOnce = [&](double x)
+    {
+        return IsAbscissaInSweep(sweep.A, sweep.B, sweep.C, x, true) !=
+               IsAbscissaInSweep(sweep.A, sweep.B, sweep.C, x, false);
+    };
+    return (rect.minX < left && isCrossedOnce(rect.minX)) || (rect.maxX > right && isCrossedOnce(rect.maxX));
+}
+
+/// What the distances to the arc go by, the directions from its centre, takes it beyond its rectangle: also one whose
+/// ends are turned round by their misfit, or by rounding.
+bool IsMeasuredBeyondRect(CBoundingRect<double> const & rect, Sweep const & sweep)
+{
+    TPoint<double> const & c = sweep.C;
+    double const r = sweep.r;
+    constexpr double room = 2.0 * LargestMisfit;
+    auto const holds = [&](double x, double y)
+    { return sweep.IsClosed() || IsPointInSweep(sweep, TPoint<double>(x, y)); };
+    return (c.x + r > rect.maxX + room && holds(c.x + r, c.y)) || (c.y + r > rect.maxY + room && holds(c.x, c.y + r)) ||
+           (c.x - r < rect.minX - room && holds(c.x - r, c.y)) || (c.y - r < rect.minY - room && holds(c.x, c.y - r));
+}
+
 /// A repair moves the centre and leaves the rectangle.
 bool IsRectOutdated(CBoundingRect<double> const & rect, CBoundingRect<double> const & anew)
 {
@@ -43,11 +82,13 @@ bool IsRectOutdated(CBoundingRect<double> const & rect, CBoundingRect<double> co
 TArcReading ReadArc(CPathObjectArc const & arc)
 {
     Sweep const sweep = SweepOf(arc);
+    CBoundingRect<double> const rect = CalculateArcBoundingRect(sweep);
     return {.sweep = sweep,
             .toA = DistanceBetween(sweep.A, sweep.C),
             .toB = DistanceBetween(sweep.B, sweep.C),
             .reach = std::max(std::fabs(sweep.C.x), std::fabs(sweep.C.y)),
-            .rect = CalculateArcBoundingRect(sweep)};
+            .rect = rect,
+            .isBeyondRect = IsMeasuredBeyondRect(rect, sweep)};
 }
 
 namespace
@@ -56,15 +97,15 @@ namespace
 bool IsSteady(CPathObjectArc const & arc, bool isRectCurrent)
 {
     Sweep const sweep = SweepOf(arc);
+    CBoundingRect<double> const & rect = arc.GetBoundingRect();
     double const radius = sweep.r;
     double const reach = std::max(std::fabs(sweep.C.x), std::fabs(sweep.C.y));
     auto const fits = [&](TPoint<double> const & end)
     { return std::fabs(DistanceBetween(end, sweep.C) - radius) <= LargestMisfit; };
     return radius > SmallestRadius * reach && reach + radius < LargestReach && fits(sweep.A) && fits(sweep.B) &&
-           // moved and turned round, it finds its direction again
-           radius * DistanceBetween(sweep.A, sweep.B) > SmallestTurn * (reach + radius) * (reach + radius) &&
-           (isRectCurrent || !IsRectOutdated(arc.GetBoundingRect(), CalculateArcBoundingRect(sweep))) &&
-           !IsReadBesideRect(arc.GetBoundingRect(), sweep);
+           TurnOf(arc) > SmallestTurn * (reach + radius) * (reach + radius) &&
+           (isRectCurrent || !IsRectOutdated(rect, CalculateArcBoundingRect(sweep))) &&
+           !IsMeasuredBeyondRect(rect, sweep) && !IsReadBesideRect(rect, sweep) && !IsReadPastEnds(rect, sweep);
 }
 
 } // namespace

@@ -19,6 +19,7 @@ struct TArcReading
     double toB;                 ///< the same
     double reach;               ///< the greater coordinate of the centre
     CBoundingRect<double> rect; ///< worked out anew
+    bool isBeyondRect;          ///< points elsewhere may count as on the arc, anywhere on its circle
 };
 /// The arc must be valid.
 TArcReading ReadArc(CPathObjectArc const & arc);

@@ -42,6 +42,12 @@ CBoundingRect<double> CRingIndex::RectWithRoom(CPathObjectBase const & object, C
         TArcReading const reading = ReadArc(*arc);
         rect.Include(reading.rect); // a repair has left the old one
         double const radius = reading.sweep.r;
+        if (reading.isBeyondRect)
+        {
+            TPoint<double> const & centre = reading.sweep.C;
+            rect.Include(TPoint<double>(centre.x - radius, centre.y - radius));
+            rect.Include(TPoint<double>(centre.x + radius, centre.y + radius));
+        }
         double const misfit = std::fabs(radius - reading.toA) + std::fabs(radius - reading.toB);
         room = std::max(room, RelativeRoom * reading.reach) + ArcRoom + misfit;
         isRegular = isRegular && radius > SmallestRadius * reading.reach && std::isfinite(room);

@@ -31,7 +31,7 @@ AngleArc DrawArc(CRandom & random)
     double const radius = std::pow(10, random.In(-2, 9));
     double const from = DrawAngle(random);
     double const size = random.Coin() ? DrawAngle(random) - from : std::pow(10, random.In(-16, 0.7));
-    double const reach = random.Coin() ? 0 : std::pow(10, random.In(-3, 9.3));
+    double const reach = random.Coin() ? 0 : std::pow(10, random.In(-3, random.Coin() ? 9.3 : 14));
     return {random.PointIn(-reach, reach), radius, from, size < 0 ? size + 2 * Pi : size};
 }
 
@@ -43,7 +43,7 @@ TEST(ArcShortcuts, ChordsAreThoseOfAllGridPointsAsked)
     for (int i = 0; i < 30000; ++i)
     {
         AngleArc const arc = DrawArc(random);
-        Sweep const sweep = {arc.At(0), OnCircle(arc.centre, arc.radius * random.In(0.5, 1.1), arc.from + arc.size),
+        Sweep const sweep = {arc.At(0), OnCircle(arc.centre, arc.radius * random.In(0.01, 1.1), arc.from + arc.size),
                              arc.centre, arc.radius};
         SetIndexUse(EIndexUse::eNever);
         auto const asked = BuildArcPoints(sweep);
@@ -53,32 +53,84 @@ TEST(ArcShortcuts, ChordsAreThoseOfAllGridPointsAsked)
     }
 }
 
+/// Some ends are level with the centre and so near to each other that their misfit says which comes first.
+CPathObjectArc DrawUnfitArc(CRandom & random, AngleArc const & a)
+{
+    double const misfit = random.Coin() ? 0 : random.In(-0.009, 0.009) * (random.Coin() ? 1 : 100);
+    Point start = a.At(0), end = OnCircle(a.centre, a.radius + misfit, a.from + a.size);
+    if (random.In(0, 1) < 0.1)
+    {
+        double const side = random.Coin() ? a.radius : -a.radius;
+        start = {a.centre.x + side, a.centre.y + (random.Coin() ? 0 : std::pow(10, random.In(-13, -3)))};
+        end = {a.centre.x + side + misfit, a.centre.y};
+    }
+    if (random.Coin()) std::swap(start, end);
+    if (random.In(0, 1) < 0.1) // repaired, it may have its centre in its mid-point
+    {
+        double const move = random.In(-9, 9);
+        CPathObjectArc arc(start, end, random.Coin() ? start : Point(a.centre.x + move, a.centre.y), random.Coin());
+        arc.TryToCorrectProblems();
+        if (random.Coin()) arc.Translate(0, 0); // and a rectangle that fits
+        return arc;
+    }
+    return {start, end, a.centre, random.Coin(), a.radius};
+}
+
 TEST(ArcShortcuts, PointsAreClearlyFarAndCrossedAsComputed)
 {
     CRandom random(42);
-    int far = 0, counted = 0;
-    for (int i = 0; i < 100000; ++i)
+    int far = 0, counted = 0, below = 0;
+    for (int i = 0; i < 150000; ++i)
     {
         AngleArc const a = DrawArc(random);
-        double const misfit = random.Coin() ? 0 : random.In(-0.009, 0.009);
-        CPathObjectArc const arc(a.At(0), OnCircle(a.centre, a.radius + misfit, a.from + a.size), a.centre,
-                                 random.Coin(), a.radius);
+        CPathObjectArc const arc = DrawUnfitArc(random, a);
+        Point const c = arc.GetCentre();
+        double const r = arc.GetRadius();
         double const off = (random.Coin() ? 1 : -1) * std::pow(10, random.In(-2, 4));
-        Point const p = OnCircle(a.centre, a.radius + off, random.Coin() ? DrawAngle(random) : a.from + off / a.radius);
+        double const end = a.from + (random.Coin() ? a.size : 0);
+        Point p = OnCircle(c, r + off, random.Coin() ? DrawAngle(random) : end + off / r);
+        if (i % 4 == 0) // beside an abscissa of the arc, and often below it
+        {
+            double const xs[] = {c.x - r, c.x + r, arc.GetStartPoint().x, arc.GetEndPoint().x};
+            p.x = xs[i / 4 % 4] + off * 1e-3;
+            p.y -= random.Coin() ? 2 * r : 0;
+        }
+        if (i % 8 == 2) p = {arc.GetEndPoint().x + random.In(-0.2, 0.2), arc.GetEndPoint().y + random.In(-0.2, 0.2)};
+        if (i % 8 == 6) p = {arc.GetStartPoint().x + random.In(-0.2, 0.2), arc.GetStartPoint().y};
+        bool const isTooSteep = i % 16 == 1; // for the computation: it takes the point for one of the circle
+        if (isTooSteep) p.x = c.x + 1e-200;
         double const distance = std::pow(10, random.In(-1.5, 3));
         Point closest;
         bool const isFar = IsClearlyFarther(arc, p, distance);
         ASSERT_TRUE(!isFar || arc.SquareDistanceToPoint(p.x, p.y, closest) > distance * distance) << i;
         far += isFar;
+        if (!IsSteadyArc(arc) || arc.GetStartPoint() == arc.GetEndPoint()) continue;
+        CPathObjectArc turned(arc);
+        turned.Translate(0, 0);
+        bool const isCounterClockwise = turned.IsCounterClockwise();
+        turned.Reverse(), turned.Translate(0, 0);
+        ASSERT_NE(isCounterClockwise, turned.IsCounterClockwise()) << i;
+        CBoundingRect<double> around = arc.GetBoundingRect();
+        around.Inflate(0.12);
+        ASSERT_TRUE(isTooSteep || around.ContainsPoint(p.x, p.y) || !arc.IsPointOnPath(p.x, p.y)) << i;
         CProbeAbscissas abscissas;
-        if (!IsSteadyArc(arc) || !IsClearlyFarther(arc, p, 0.11)) continue;
         abscissas.Add(arc), abscissas.Prepare();
         if (abscissas.IsNear(p.x)) continue;
-        ASSERT_EQ((arc.IntersectWithVerticalProbeLine(p) & 1U) != 0, IsClearlyCrossed(arc, p)) << i;
-        ++counted;
+        bool const isOdd = (arc.IntersectWithVerticalProbeLine(p) & 1U) != 0;
+        if (IsClearlyFarther(arc, p, 0.11))
+        {
+            ASSERT_EQ(isOdd, IsClearlyCrossed(arc, p)) << i;
+            ++counted;
+        }
+        if (p.y < arc.GetBoundingRect().minY - 0.12)
+        {
+            ASSERT_EQ(isOdd, (p.x < arc.GetStartPoint().x) != (p.x < arc.GetEndPoint().x)) << i;
+            ++below;
+        }
     }
-    EXPECT_GT(far, 30000);
+    EXPECT_GT(far, 40000);
     EXPECT_GT(counted, 20000);
+    EXPECT_GT(below, 5000);
 }
 
 TEST(ArcShortcuts, AbscissasOfManyAreThoseOfEach)
