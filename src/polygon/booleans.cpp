@@ -284,6 +284,11 @@ bool CPolygon::XORPolygon(std::vector<CPolygon*> & result, CPolygon const & othe
 bool IntersectPolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range)
 {
     std::unique_ptr<Clipper> const clipper(CreateClipper());
+    bool const isSingle = range.size() == 1 && range.front()->GetHoles().empty();
+    if (isSingle && IsIndexUsed(true) && !HasUserInfo(polygon) && !CPolygonInternals::HasFacts(polygon))
+    {
+        return IntersectWithSolid(polygon, result, *range.front(), *clipper); // takes no copy
+    }
     DeletePolygons(result);
     PushPolygon(result, std::make_unique<CPolygon>(polygon));
     return DoIntersectCore(result, range, *clipper) != Clipper::eClipFailed;
