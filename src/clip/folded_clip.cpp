@@ -194,24 +194,46 @@ double CPolygonClipGreinerHormannBased<T>::GetResultLength()
 namespace
 {
 
-/// A ring of one closed object, as most are where outlines have no arcs.
-std::unique_ptr<CPolygon> TakeClosedObject(CPathObjectBase*& object)
+/// A ring whose objects a polygon accepts as they are, as nearly all are; null without any.
+std::unique_ptr<CPolygon> TakeConnectedRing(CLinkedPathObject* ring)
 {
-    CPolygon::PathObjects outline(1, object);
+    std::size_t count = 0;
+    for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
+    {
+        ++count;
+    }
+    CPolygon::PathObjects outline;
+    outline.reserve(count);
     CBoundingRect<double> rect;
-    rect.Include(object->GetBoundingRect());
     auto polygon = std::make_unique<CPolygon>();
+    for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
+    {
+        if (element->m_PathObject->IsValid())
+        {
+            outline.push_back(element->OwnObject());
+            rect.Include(outline.back()->GetBoundingRect());
+        }
+    }
+    if (outline.empty())
+    {
+        return nullptr;
+    }
     CPolygonInternals::AdoptOutline(*polygon, std::move(outline), rect, CPolygon::eWindingUnknown, nullptr);
-    object = nullptr;
+    for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
+    {
+        if (element->m_PathObject->IsValid())
+        {
+            element->m_PathObject = nullptr;
+        }
+    }
     return polygon;
 }
 
 std::unique_ptr<CPolygon> TakePlainRing(CLinkedPathObject* ring)
 {
-    CPathObjectBase*& first = ring->OwnObject();
-    if (ring->m_Next == nullptr && first->IsValid() && first->GetEndPoint() == first->GetStartPoint())
+    if (IsConnected(ring))
     {
-        return TakeClosedObject(first);
+        return TakeConnectedRing(ring);
     }
     OwnedPathObjects objects;
     for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
