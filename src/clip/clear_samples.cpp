@@ -3,6 +3,7 @@
 #include "clip/clear_samples.h"
 
 #include <algorithm>
+#include <cfloat>
 #include <cmath>
 
 #include <geometry/arc/path_object_arc.h>
@@ -212,6 +213,14 @@ CRegionProof::CRegionProof(std::array<CBoundingRect<double>, 2> const & rects, C
                                         : ExpectWithin(point, subject, clip, isMember);
         }
     }
+    auto const [lowest, highest] = std::minmax_element(m_X.begin(), m_X.end());
+    double const cellsPerUnit = LastCell / (*highest - *lowest);
+    m_LowestX = *lowest;
+    m_CellsPerUnit = cellsPerUnit < DBL_MAX ? cellsPerUnit : 0.0;
+    for (double const x : m_X)
+    {
+        m_Cells |= std::isnan(x) ? ~std::uint64_t{0} : std::uint64_t{1} << CellOf(x);
+    }
 }
 
 CRegionProof::EExpected CRegionProof::ExpectWithin(TPoint<double> const & point, CPathObjectHolder const* subject,
@@ -300,13 +309,12 @@ void CRegionProof::CountObject(CPathObjectBase const & object)
     CBoundingRect<double> const & rect = object.GetBoundingRect();
     double const left = rect.minX - (room * std::fabs(rect.minX) + least);
     double const right = rect.maxX + (room * std::fabs(rect.maxX) + least);
-    int any = 0;
-    for (double const x : m_X)
+    if (!MayHavePoint(left, right))
     {
-        any |= static_cast<int>(!(x < left)) & static_cast<int>(!(x > right));
+        return;
     }
     CObjectProbe probe(object);
-    for (std::size_t i = 0; any != 0 && i < PointCount; ++i)
+    for (std::size_t i = 0; i < PointCount; ++i)
     {
         if (!(m_X[i] < left) && !(m_X[i] > right))
         {
