@@ -70,13 +70,14 @@ bool Contradicts(EPointPosition position, bool isMarkedInside)
     return position != EPointPosition::eOnRing && isMarkedInside != (position == EPointPosition::eInside);
 }
 
-constexpr int ObjectsInFocus = 6;
+constexpr int ObjectsInFocus = 4;
+constexpr int FociInSurvey = 6;
 
-/// The questions about some objects from `holder` on are asked next.
-void FocusOn(CPathObjectHolder const* holder, CPathObjectHolder const* other, CBoundingRect<double> const & otherRect)
+/// Around `count` objects from `holder` on that may be asked about.
+CBoundingRect<double> RectAround(CPathObjectHolder const* holder, int count, CBoundingRect<double> const & otherRect)
 {
     CBoundingRect<double> around;
-    for (int i = 0; i < ObjectsInFocus; ++i, holder = holder->m_Next)
+    for (int i = 0; i < count; ++i, holder = holder->m_Next)
     {
         CBoundingRect<double> const & rect = holder->GetPathObject()->GetBoundingRect();
         if (holder->m_Run == nullptr && otherRect.Overlaps(rect))
@@ -84,7 +85,22 @@ void FocusOn(CPathObjectHolder const* holder, CPathObjectHolder const* other, CB
             around.Include(rect);
         }
     }
-    CRingIndex::Focus(other, around);
+    return around;
+}
+
+/// The questions about some objects from `holder` on are asked next; `step`: how many holders of the walk come before.
+void FocusOn(CPathObjectHolder const* holder, int step, CPathObjectHolder const* other,
+             CBoundingRect<double> const & otherRect)
+{
+    constexpr int objectsInSurvey = ObjectsInFocus * FociInSurvey;
+    if (step % objectsInSurvey == 0)
+    {
+        CRingIndex::Survey(other, RectAround(holder, objectsInSurvey, otherRect));
+    }
+    if (step % ObjectsInFocus == 0)
+    {
+        CRingIndex::Focus(other, RectAround(holder, ObjectsInFocus, otherRect));
+    }
 }
 
 } // namespace
@@ -92,6 +108,7 @@ void FocusOn(CPathObjectHolder const* holder, CPathObjectHolder const* other, CB
 EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const* other, bool invert,
                       CBoundingRect<double> const & rect)
 {
+    CRingIndex::ExpectQuestions(other);
     TSide const side = FindSide(ring, other, rect);
     if (side.holder == nullptr)
     {
@@ -101,14 +118,10 @@ EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const* other, b
     bool isLeftOut = side.isInside != invert;
     EMarkOutcome outcome = EMarkOutcome::eMarked;
     CPathObjectHolder* g = side.holder;
-    int inFocus = 0;
+    int step = 0;
     do
     {
-        if (inFocus-- == 0)
-        {
-            FocusOn(g, other, rect);
-            inFocus = ObjectsInFocus - 1;
-        }
+        FocusOn(g, step++, other, rect);
         bool const isLeft = g->m_IsIntersection;
         if (isLeft)
         {
