@@ -41,9 +41,11 @@ class CRegionProof
 {
 public:
     /// Points spread over the rectangles of the subject and the clip. `fold`: of the subject, or null.
-    CRegionProof(std::array<CBoundingRect<double>, 2> const & rects, CPathObjectHolder const* subject,
-                 CPathObjectHolder const* clip, bool (*isMember)(bool inSubject, bool inClip), CFold* fold);
+    CRegionProof(std::array<CBoundingRect<double>, 2> const & rects, CFold* fold);
 
+    /// Asks first the one ring for the points, then the other one.
+    void ReadClip(CPathObjectHolder const* clip);
+    void ReadSubject(CPathObjectHolder const* subject, bool (*isMember)(bool inSubject, bool inClip));
     /// A ring of the result; they count even-odd.
     void Count(CLinkedPathObject const* ring);
     /// The result agrees with `isMember(inSubject, inClip)` at those points that are well away from both rings. Where
@@ -62,10 +64,9 @@ private:
         eNeither      ///< the fold tells nothing right
     };
 
-    EExpected ExpectWithin(TPoint<double> const & point, CPathObjectHolder const* subject,
-                           CPathObjectHolder const* clip, bool (*isMember)(bool inSubject, bool inClip)) const;
-    static EExpected ExpectAway(TPoint<double> const & point, CPathObjectHolder const* subject,
-                                CPathObjectHolder const* clip, bool isSubjectKept);
+    EExpected ExpectWithin(std::size_t i, CPathObjectHolder const* subject,
+                           bool (*isMember)(bool inSubject, bool inClip)) const;
+    EExpected ExpectAway(std::size_t i, CPathObjectHolder const* subject, bool isSubjectKept) const;
 
     void CountObject(CPathObjectBase const & object);
     /// Never falls where `x` grows.
@@ -87,6 +88,7 @@ private:
     double m_LowestX = 0.0;
     double m_CellsPerUnit = 0.0;
     std::array<bool, PointCount> m_IsAway{}; ///< from the clip, so that the fold doesn't answer for the subject
+    std::array<EPointPosition, PointCount> m_InClip{};
     std::array<EExpected, PointCount> m_Expected{};
     std::array<bool, PointCount> m_IsInResult{}; ///< in an odd number of rings, folded runs left out
 };

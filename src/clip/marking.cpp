@@ -1,5 +1,7 @@
 // Entry and exit marking: one point of the ring that isn't on the other ring tells the side, and from there on the
 // side changes at each intersection. Each object behind an intersection is checked against its mark.
+#include <array>
+
 #include "clip/clear_samples.h"
 #include "clip/clipper.h"
 #include "clip/ring_index.h"
@@ -70,38 +72,63 @@ bool Contradicts(EPointPosition position, bool isMarkedInside)
     return position != EPointPosition::eOnRing && isMarkedInside != (position == EPointPosition::eInside);
 }
 
-constexpr int ObjectsInFocus = 4;
-constexpr int FociInSurvey = 6;
-
-/// Around `count` objects from `holder` on that may be asked about.
-CBoundingRect<double> RectAround(CPathObjectHolder const* holder, int count, CBoundingRect<double> const & otherRect)
+/// Has the questions about the next few objects of a walk along a ring surveyed by the index of the other ring.
+class CSurveyor
 {
-    CBoundingRect<double> around;
-    for (int i = 0; i < count; ++i, holder = holder->m_Next)
+public:
+    CSurveyor(CPathObjectHolder const* other, CBoundingRect<double> const & otherRect)
+        : m_Other(other), m_OtherRect(otherRect)
     {
-        CBoundingRect<double> const & rect = holder->GetPathObject()->GetBoundingRect();
-        if (holder->m_Run == nullptr && otherRect.Overlaps(rect))
+    }
+
+    /// The questions about `holder` are asked next.
+    void StepTo(CPathObjectHolder const* holder)
+    {
+        if (m_Step % ObjectsInFocus == 0)
         {
-            around.Include(rect);
+            std::size_t const focus = m_Step / ObjectsInFocus % FociInSurvey;
+            if (focus == 0)
+            {
+                Survey(holder);
+            }
+            CRingIndex::Focus(m_Other, m_Foci[focus]);
         }
+        ++m_Step;
     }
-    return around;
-}
 
-/// The questions about some objects from `holder` on are asked next; `step`: how many holders of the walk come before.
-void FocusOn(CPathObjectHolder const* holder, int step, CPathObjectHolder const* other,
-             CBoundingRect<double> const & otherRect)
-{
-    constexpr int objectsInSurvey = ObjectsInFocus * FociInSurvey;
-    if (step % objectsInSurvey == 0)
+private:
+    static constexpr std::size_t ObjectsInFocus = 4;
+    static constexpr std::size_t FociInSurvey = 6;
+
+    /// Around the objects from `holder` on that may be asked about.
+    void Survey(CPathObjectHolder const* holder)
     {
-        CRingIndex::Survey(other, RectAround(holder, objectsInSurvey, otherRect));
+        CBoundingRect<double> around;
+        CPathObjectHolder const* const first = holder;
+        bool isRound = false; // the whole ring
+        for (CBoundingRect<double> & focus : m_Foci)
+        {
+            focus.Reset();
+            for (std::size_t i = 0; i < ObjectsInFocus && !isRound; ++i)
+            {
+                CBoundingRect<double> const & rect = holder->GetPathObject()->GetBoundingRect();
+                if (holder->m_Run == nullptr && m_OtherRect.Overlaps(rect))
+                {
+                    focus.Include(rect);
+                }
+                holder = holder->m_Next;
+                isRound = holder == first;
+            }
+            around.Include(focus);
+        }
+        CRingIndex::Survey(m_Other, around);
     }
-    if (step % ObjectsInFocus == 0)
-    {
-        CRingIndex::Focus(other, RectAround(holder, ObjectsInFocus, otherRect));
-    }
-}
+
+    CPathObjectHolder const* m_Other;
+    CBoundingRect<double> const & m_OtherRect;
+    std::size_t m_Step = 0;
+    std::array<CBoundingRect<double>, FociInSurvey> m_Foci;
+};
 
 } // namespace
 
@@ -118,10 +145,10 @@ EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const* other, b
     bool isLeftOut = side.isInside != invert;
     EMarkOutcome outcome = EMarkOutcome::eMarked;
     CPathObjectHolder* g = side.holder;
-    int step = 0;
+    CSurveyor surveyor(other, rect);
     do
     {
-        FocusOn(g, step++, other, rect);
+        surveyor.StepTo(g);
         bool const isLeft = g->m_IsIntersection;
         if (isLeft)
         {

@@ -27,24 +27,23 @@ constexpr double RelativeRoom = 1e-12;        // of the largest coordinate: far 
 CBoundingRect<double> CRingIndex::RectWithRoom(CPathObjectBase const & object, TArcReading const* arc)
 {
     CBoundingRect<double> rect = object.GetBoundingRect();
-    double const largest =
-        std::max({std::fabs(rect.minX), std::fabs(rect.minY), std::fabs(rect.maxX), std::fabs(rect.maxY)});
+    double const largest = std::max(std::max(std::fabs(rect.minX), std::fabs(rect.maxX)),
+                                    std::max(std::fabs(rect.minY), std::fabs(rect.maxY)));
     double room = std::max(RelativeRoom * largest, SizeRoom * std::max(rect.maxX - rect.minX, rect.maxY - rect.minY));
-    bool isRegular = std::isfinite(room) && largest < 1e150;
+    bool isRegular = largest < 1e150;
     if (arc != nullptr)
     {
         rect.Include(arc->rect); // a repair has left the old one
         double const radius = arc->sweep.r;
         double const misfit = std::fabs(radius - arc->toA) + std::fabs(radius - arc->toB);
         room = std::max(room, RelativeRoom * arc->reach) + ArcRoom + misfit;
-        isRegular = isRegular && radius > 1e-6 * arc->reach && std::isfinite(room);
+        isRegular = isRegular && radius > 1e-6 * arc->reach;
     }
-    if (!isRegular)
+    if (!isRegular || !(room < DBL_MAX))
     {
         return CBoundingRect<double>(-DBL_MAX, -DBL_MAX, DBL_MAX, DBL_MAX);
     }
-    rect.Inflate(room);
-    return rect;
+    return CBoundingRect<double>(rect.minX - room, rect.minY - room, rect.maxX + room, rect.maxY + room);
 }
 
 void CRingIndex::Serve(CPathObjectHolder* ring, CFold* fold)
@@ -81,6 +80,21 @@ void CRingIndex::Shrink()
     }
 }
 
+void CRingIndex::RetireFor(CRingIndex & other)
+{
+    m_IsWalked = true;
+    m_IsIndexed = false;
+    Forget();
+    if (!other.m_IsIndexed)
+    {
+        m_Objects.swap(other.m_Objects);
+        m_Before.swap(other.m_Before);
+        m_Rects.swap(other.m_Rects);
+        std::swap(m_Abscissas, other.m_Abscissas);
+        std::swap(m_Index, other.m_Index);
+    }
+}
+
 void CRingIndex::AddBridge(CPathObjectBase const & bridge)
 {
     if (m_IsIndexed) // else it is found in the ring
@@ -96,6 +110,7 @@ bool CRingIndex::MakeIndexIfItPays()
     {
         return false;
     }
+    m_Objects.clear();
     m_Objects.reserve(m_Count);
     std::size_t arcs = 0;
     CBoundingRect<double> around;
@@ -125,6 +140,7 @@ bool CRingIndex::MakeIndexIfItPays()
 void CRingIndex::ReadObjects()
 {
     std::size_t const count = m_Objects.size();
+    m_Index.GiveRects(m_Rects);
     m_Rects.resize(count);
     m_Before.resize(count + 1);
     TBefore before{0.0, 0, 0};
@@ -215,14 +231,22 @@ void CRingIndex::Survey(CPathObjectHolder const* ring, CBoundingRect<double> con
     self->m_Questions += QuestionsBeforeIndex - 1; // so many come at least
     if (self->FindIndex())
     {
-        self->LookUp(rect);
+        self->LookUp(rect, MaxSurveyed);
     }
 }
 
 void CRingIndex::Focus(CPathObjectHolder const* ring, CBoundingRect<double> const & rect)
 {
     CRingIndex* const self = ring->m_RingIndex;
-    if (self != nullptr && self->m_Survey.rect.ContainsRect(rect))
+    if (self == nullptr || !self->m_IsIndexed || rect.minX > rect.maxX)
+    {
+        return;
+    }
+    if (!self->m_Survey.rect.ContainsRect(rect))
+    {
+        self->LookUp(rect, MaxNearby); // too much was in the rectangle surveyed
+    }
+    if (self->m_Survey.rect.ContainsRect(rect))
     {
         self->Narrow(rect);
     }
@@ -268,7 +292,7 @@ void CRingIndex::AddAbove(std::vector<TRange> & above, std::size_t first, std::s
 
 /// What is passed or taken for the whole rectangle is so for each point in it. Where much is left, the search for
 /// single points is better.
-void CRingIndex::LookUp(CBoundingRect<double> const & rect)
+void CRingIndex::LookUp(CBoundingRect<double> const & rect, std::size_t most)
 {
     Forget();
     m_Survey.above.clear();
@@ -279,10 +303,10 @@ void CRingIndex::LookUp(CBoundingRect<double> const & rect)
                  [&](std::size_t i)
                  {
                      m_Survey.nearby.push_back(NearbyAt(i));
-                     return m_Survey.nearby.size() < MaxSurveyed;
+                     return m_Survey.nearby.size() < most;
                  },
                  [&](std::size_t first, std::size_t last) { AddAbove(m_Survey.above, first, last); });
-    if (m_Survey.nearby.size() + m_Survey.above.size() < MaxSurveyed)
+    if (m_Survey.nearby.size() + m_Survey.above.size() < most)
     {
         m_Survey.rect = rect;
     }

@@ -28,6 +28,8 @@ public:
     void Serve(CPathObjectHolder* ring, CFold* fold);
     /// Few questions come from now on, if any: gives the memory of a large ring back.
     void Shrink();
+    /// The same, and the memory may serve another one.
+    void RetireFor(CRingIndex & other);
     /// A bridge was linked into the ring, which must live as long as the ring is asked.
     void AddBridge(CPathObjectBase const & bridge);
 
@@ -78,7 +80,7 @@ private:
 
     bool FindIndex() { return m_IsIndexed || MakeIndexIfItPays(); }
     bool MakeIndexIfItPays();
-    void LookUp(CBoundingRect<double> const & rect);
+    void LookUp(CBoundingRect<double> const & rect, std::size_t most);
     void Narrow(CBoundingRect<double> const & rect);
     void Forget();
     void ReadObjects();
