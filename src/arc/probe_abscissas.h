@@ -1,6 +1,7 @@
 // Where a vertical line doesn't tell from the two ends of an arc above a point how often it crosses the arc.
 #pragma once
 
+#include <algorithm>
 #include <cfloat>
 #include <cstddef>
 #include <cstdint>
@@ -94,8 +95,8 @@ private:
     std::size_t CellOf(double x) const
     {
         double const cell = (x - m_Low) * m_CellsPerUnit;
-        return cell > 0.0 ? cell < m_LastCell ? static_cast<std::size_t>(cell) : static_cast<std::size_t>(m_LastCell)
-                          : 0;
+        // numbers that are none come to 0
+        return static_cast<std::size_t>(static_cast<std::int64_t>(std::min(m_LastCell, std::max(0.0, cell))));
     }
     void Fill(std::size_t first, std::size_t last);
 
