@@ -194,57 +194,85 @@ double CPolygonClipGreinerHormannBased<T>::GetResultLength()
 namespace
 {
 
-/// A ring whose objects a polygon accepts as they are, as nearly all are; null without any.
-std::unique_ptr<CPolygon> TakeConnectedRing(CLinkedPathObject* ring)
+/// The valid objects of a ring, to be taken from it.
+class CRingObjects
 {
-    std::size_t count = 0;
-    for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
+public:
+    explicit CRingObjects(CLinkedPathObject* ring) : m_Ring(ring)
     {
-        ++count;
-    }
-    CPolygon::PathObjects outline;
-    outline.reserve(count);
-    CBoundingRect<double> rect;
-    auto polygon = std::make_unique<CPolygon>();
-    for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
-    {
-        if (element->m_PathObject->IsValid())
+        std::size_t count = 0;
+        for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
         {
-            outline.push_back(element->OwnObject());
-            rect.Include(outline.back()->GetBoundingRect());
+            ++count;
         }
+        m_Objects.reserve(count);
+        for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
+        {
+            if (element->m_PathObject->IsValid())
+            {
+                Add(element->OwnObject());
+            }
+        }
+        m_IsConnected = m_IsConnected && !m_Objects.empty() &&
+                        m_Objects.back()->GetEndPoint() == m_Objects.front()->GetStartPoint();
     }
-    if (outline.empty())
+
+    std::size_t GetCount() const { return m_Objects.size(); }
+    /// A polygon accepts them as they are.
+    bool IsConnected() const { return m_IsConnected; }
+
+    /// The ring owns them no more.
+    CPolygon::PathObjects Take()
+    {
+        std::size_t taken = 0;
+        for (CLinkedPathObject* element = m_Ring; taken < m_Objects.size(); element = element->m_Next)
+        {
+            if (element->m_PathObject == m_Objects[taken])
+            {
+                element->m_PathObject = nullptr;
+                ++taken;
+            }
+        }
+        return std::move(m_Objects);
+    }
+    CBoundingRect<double> const & GetRect() const { return m_Rect; }
+
+private:
+    void Add(CPathObjectBase* object)
+    {
+        m_IsConnected =
+            m_IsConnected && (m_Objects.empty() || object->GetStartPoint() == m_Objects.back()->GetEndPoint());
+        m_Objects.push_back(object);
+        m_Rect.Include(object->GetBoundingRect());
+    }
+
+    CLinkedPathObject* m_Ring; ///< not owned
+    CPolygon::PathObjects m_Objects;
+    CBoundingRect<double> m_Rect;
+    bool m_IsConnected = true;
+};
+
+/// Null without a valid object.
+std::unique_ptr<CPolygon> TakePlainRing(CLinkedPathObject* ring)
+{
+    CRingObjects objects(ring);
+    if (objects.GetCount() == 0)
     {
         return nullptr;
     }
-    CPolygonInternals::AdoptOutline(*polygon, std::move(outline), rect, CPolygon::eWindingUnknown, nullptr);
-    for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
+    if (!objects.IsConnected())
     {
-        if (element->m_PathObject->IsValid())
+        OwnedPathObjects owned;
+        owned.reserve(objects.GetCount()); // no exception leaves before all are owned
+        for (CPathObjectBase* object : objects.Take())
         {
-            element->m_PathObject = nullptr;
+            owned.emplace_back(object);
         }
+        return MakePolygonFrom(std::move(owned));
     }
+    auto polygon = std::make_unique<CPolygon>();
+    CPolygonInternals::AdoptOutline(*polygon, objects.Take(), objects.GetRect(), CPolygon::eWindingUnknown, nullptr);
     return polygon;
-}
-
-std::unique_ptr<CPolygon> TakePlainRing(CLinkedPathObject* ring)
-{
-    if (IsConnected(ring))
-    {
-        return TakeConnectedRing(ring);
-    }
-    OwnedPathObjects objects;
-    for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
-    {
-        if (element->m_PathObject->IsValid())
-        {
-            objects.emplace_back(element->OwnObject());
-            element->m_PathObject = nullptr;
-        }
-    }
-    return objects.empty() ? nullptr : MakePolygonFrom(std::move(objects));
 }
 
 /// The runs whose objects polygons of the result have taken over. When it goes, the outline that they come from goes,
