@@ -27,11 +27,7 @@ enum EArcPoint : std::size_t
 };
 
 /// Stands for the points of an arc that has none.
-TPoint<double> const & Origin()
-{
-    static TPoint<double> const origin;
-    return origin;
-}
+constinit TPoint<double> const Origin;
 
 Sweep MakeSweep(TPoint<double> const & start, TPoint<double> const & end, TPoint<double> const & centre,
                 bool counterClockwise, double radius)
@@ -43,9 +39,9 @@ Sweep MakeSweep(TPoint<double> const & start, TPoint<double> const & end, TPoint
 
 Sweep SweepOf(CPathObjectArc const & arc)
 {
-    if (!arc.IsValid())
+    if (!arc.CPathObjectArc::IsValid())
     {
-        return MakeSweep(Origin(), Origin(), Origin(), arc.IsCounterClockwise(), arc.GetRadius());
+        return MakeSweep(Origin, Origin, Origin, arc.IsCounterClockwise(), arc.GetRadius());
     }
     // the ends of a full circle may be a rounding apart, on either side: its sweep is closed exactly
     TPoint<double> const* const points = CArcInternals::GetPoints(arc);
@@ -147,22 +143,22 @@ CPathObjectArc* CPathObjectArc::Clone() const
 
 TPoint<double> const & CPathObjectArc::GetStartPoint() const
 {
-    return IsValid() ? m_Points[eStart] : Origin();
+    return CPathObjectArc::IsValid() ? m_Points[eStart] : Origin;
 }
 
 TPoint<double> const & CPathObjectArc::GetEndPoint() const
 {
-    return IsValid() ? m_Points[eEnd] : Origin();
+    return CPathObjectArc::IsValid() ? m_Points[eEnd] : Origin;
 }
 
 TPoint<double> const & CPathObjectArc::GetCentre() const
 {
-    return IsValid() ? m_Points[eCentre] : Origin();
+    return CPathObjectArc::IsValid() ? m_Points[eCentre] : Origin;
 }
 
 TPoint<double> CPathObjectArc::GetInbetweenPoint() const
 {
-    return IsValid() ? m_Points[eMidPoint] : Origin();
+    return CPathObjectArc::IsValid() ? m_Points[eMidPoint] : Origin;
 }
 
 bool CPathObjectArc::IsValid() const
@@ -172,12 +168,13 @@ bool CPathObjectArc::IsValid() const
 
 bool CPathObjectArc::IsDegenerate() const
 {
-    return !IsValid() || (m_Points[eStart] == m_Points[eEnd] && m_Points[eStart] == m_Points[eMidPoint]);
+    return !CPathObjectArc::IsValid() ||
+           (m_Points[eStart] == m_Points[eEnd] && m_Points[eStart] == m_Points[eMidPoint]);
 }
 
 bool CPathObjectArc::IsFullCircle() const
 {
-    return IsValid() && m_Points[eStart] == m_Points[eEnd] && m_Points[eCentre] != m_Points[eStart] &&
+    return CPathObjectArc::IsValid() && m_Points[eStart] == m_Points[eEnd] && m_Points[eCentre] != m_Points[eStart] &&
            m_Points[eMidPoint] != m_Points[eStart];
 }
 

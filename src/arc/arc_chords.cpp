@@ -65,7 +65,8 @@ class CCirclePoints
 {
 public:
     CCirclePoints(TPoint<double> const & c, double r)
-        : m_Directions(GridDirections()), m_Centre(c), m_Radius(r), m_Size(r <= 0.0 ? 1 : ClosedGridSize)
+        : m_Directions(GridDirections()), m_Centre(c), m_Radius(r), m_Size(r <= 0.0 ? 1 : ClosedGridSize),
+          m_IsPlain(r > 0.0 && r <= DBL_MAX)
     {
     }
 
@@ -74,7 +75,7 @@ public:
     TPoint<double> operator[](std::size_t i) const
     {
         TPoint<double> const & d = m_Directions[i];
-        if (m_Radius > 0.0 && m_Radius <= DBL_MAX)
+        if (m_IsPlain)
         {
             return TPoint<double>(m_Radius * d.x + m_Centre.x, m_Radius * d.y + m_Centre.y);
         }
@@ -90,6 +91,7 @@ private:
     TPoint<double> const & m_Centre;
     double m_Radius;
     std::size_t m_Size;
+    bool m_IsPlain;
 };
 
 /// Directions of the grid, a bit each.

@@ -136,10 +136,14 @@ TPoint<double> CalculateArcMidPoint(Sweep const & sweep)
 
 CBoundingRect<double> CalculateArcBoundingRect(Sweep const & sweep)
 {
+    return CalculateArcBoundingRect(sweep, CalculateArcRadius(sweep.A, sweep.B, sweep.C));
+}
+
+CBoundingRect<double> CalculateArcBoundingRect(Sweep const & sweep, double r)
+{
     TPoint<double> const & a = sweep.A;
     TPoint<double> const & b = sweep.B;
     TPoint<double> const & c = sweep.C;
-    double const r = CalculateArcRadius(a, b, c);
     if (IsExactlyEqual(a, b))
     {
         return CBoundingRect<double>(TPoint<double>(c.x - r, c.y - r), TPoint<double>(c.x + r, c.y + r));

@@ -37,6 +37,8 @@ TPoint<double> CalculateArcMidPoint(Sweep const & sweep);
 
 /// Rectangle of the sweep. The radius is worked out from the ends; `r` plays no part.
 CBoundingRect<double> CalculateArcBoundingRect(Sweep const & sweep);
+/// The same with this radius, which is known.
+CBoundingRect<double> CalculateArcBoundingRect(Sweep const & sweep, double r);
 
 /// Length of the sweep in coordinate units. With `A` equal to `B`: the whole circle.
 double CalculateSweepLength(Sweep const & sweep);

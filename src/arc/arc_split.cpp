@@ -68,7 +68,7 @@ void DropEnds(CrossingPoints & h, IsEnd const & isEnd)
 
 bool IsOpenEnd(CPathObjectArc const & arc, TPoint<double> const & point)
 {
-    return arc.GetStartPoint() != arc.GetEndPoint() && point == arc.GetEndPoint();
+    return point == arc.GetEndPoint() && arc.GetStartPoint() != arc.GetEndPoint();
 }
 
 /// Cuts one arc along its split points.

@@ -82,10 +82,12 @@ bool IsRectOutdated(CBoundingRect<double> const & rect, CBoundingRect<double> co
 TArcReading ReadArc(CPathObjectArc const & arc)
 {
     Sweep const sweep = SweepOf(arc);
-    CBoundingRect<double> const rect = CalculateArcBoundingRect(sweep);
+    double const toA = DistanceBetween(sweep.A, sweep.C);
+    double const toB = DistanceBetween(sweep.B, sweep.C);
+    CBoundingRect<double> const rect = CalculateArcBoundingRect(sweep, (toB + toA) * 0.5);
     return {.sweep = sweep,
-            .toA = DistanceBetween(sweep.A, sweep.C),
-            .toB = DistanceBetween(sweep.B, sweep.C),
+            .toA = toA,
+            .toB = toB,
             .reach = std::max(std::fabs(sweep.C.x), std::fabs(sweep.C.y)),
             .rect = rect,
             .isBeyondRect = IsMeasuredBeyondRect(rect, sweep)};
@@ -232,6 +234,57 @@ bool CProbeAbscissas::IsNear(double x) const
     TCell const* const cell = &m_Cells[CellOf(x)];
     return x <= cell[0].highestBefore ||
            std::any_of(m_Intervals.data() + cell[0].first, m_Intervals.data() + cell[1].first, isIn);
+}
+
+void CAbscissaField::Reset(double low, double high, std::size_t most)
+{
+    m_Bits.clear();
+    m_WordCount = WordsPerArc * std::max<std::size_t>(most, 1);
+    m_FillLeft = MaxFillPerArc * m_WordCount;
+    m_LastCell = static_cast<double>(m_WordCount * WordSize - 1);
+    m_Low = low;
+    double const perUnit = m_LastCell / (high - low);
+    m_CellsPerUnit = perUnit > 0.0 && perUnit < DBL_MAX ? perUnit : 0.0; // or all in one cell
+}
+
+void CAbscissaField::Fill(std::size_t first, std::size_t last)
+{
+    constexpr std::uint64_t all = ~std::uint64_t{0};
+    std::size_t const end = last / WordSize;
+    for (std::size_t word = first / WordSize; word <= end; ++word)
+    {
+        std::uint64_t const fromFirst = word == first / WordSize ? all << (first % WordSize) : all;
+        std::uint64_t const toLast = word == end ? all >> (WordSize - 1 - last % WordSize) : all;
+        m_Bits[word] |= fromFirst & toLast;
+    }
+}
+
+void CAbscissaField::Add(CPathObjectArc const & arc)
+{
+    if (m_Bits.empty())
+    {
+        m_Bits.assign(m_WordCount, 0);
+    }
+    ForEachAbscissa(arc,
+                    [this](double low, double high)
+                    {
+                        std::size_t const first = CellOf(low);
+                        std::size_t const last = CellOf(high);
+                        if (first == last) // mostly
+                        {
+                            m_Bits[first / WordSize] |= std::uint64_t{1} << (first % WordSize);
+                            return;
+                        }
+                        std::size_t const words = (last - first) / WordSize;
+                        if (words > m_FillLeft)
+                        {
+                            m_FillLeft = 0;
+                            m_Bits.assign(m_WordCount, ~std::uint64_t{0});
+                            return;
+                        }
+                        m_FillLeft -= words;
+                        Fill(first, last);
+                    });
 }
 
 } // namespace geometry

@@ -1,7 +1,10 @@
 // Where a vertical line doesn't tell from the two ends of an arc above a point how often it crosses the arc.
 #pragma once
 
+#include <algorithm>
 #include <cfloat>
+#include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include <geometry/arc/path_object_arc.h>
@@ -71,6 +74,44 @@ private:
     double m_Low = DBL_MAX;             ///< of all intervals
     double m_High = -DBL_MAX;
     double m_CellsPerUnit = 0.0;
+};
+
+/// The same for very many arcs and less sharply: a bit for each of many cells, set where an abscissa is near. There are
+/// so many that a few of a hundred are set, unless arcs are so short or so flat that rounding decides nearly everywhere.
+class CAbscissaField
+{
+public:
+    /// For up to `most` arcs between `low` and `high`.
+    void Reset(double low, double high, std::size_t most);
+    void Add(CPathObjectArc const & arc);
+    /// True if `x` is near an abscissa, and now and then elsewhere.
+    bool MayBeNear(double x) const
+    {
+        std::size_t const cell = CellOf(x);
+        return !m_Bits.empty() && ((m_Bits[cell / WordSize] >> (cell % WordSize)) & 1U) != 0;
+    }
+
+private:
+    static constexpr std::size_t WordSize = 64;
+    static constexpr std::size_t WordsPerArc = 4;
+    static constexpr std::size_t MaxFillPerArc = 32; ///< words; with more the intervals cover nearly everything
+
+    /// Never falls where `x` grows, whatever the rounding, so that each point of an interval is in a cell from that of
+    /// its low end to that of its high end.
+    std::size_t CellOf(double x) const
+    {
+        double const cell = (x - m_Low) * m_CellsPerUnit;
+        // numbers that are none come to 0
+        return static_cast<std::size_t>(static_cast<std::int64_t>(std::min(m_LastCell, std::max(0.0, cell))));
+    }
+    void Fill(std::size_t first, std::size_t last);
+
+    std::vector<std::uint64_t> m_Bits; ///< empty before the first arc
+    std::size_t m_WordCount = 0;
+    std::size_t m_FillLeft = 0; ///< in words; when it is used up, everything is filled
+    double m_Low = 0.0;
+    double m_CellsPerUnit = 0.0;
+    double m_LastCell = 0.0;
 };
 
 } // namespace geometry

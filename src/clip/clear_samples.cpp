@@ -3,6 +3,7 @@
 #include "clip/clear_samples.h"
 
 #include <algorithm>
+#include <cfloat>
 #include <cmath>
 
 #include <geometry/arc/path_object_arc.h>
@@ -194,9 +195,7 @@ TPoint<double> SpreadPoint(CBoundingRect<double> const & rect, int i)
 
 } // namespace
 
-CRegionProof::CRegionProof(std::array<CBoundingRect<double>, 2> const & rects, CPathObjectHolder const* subject,
-                           CPathObjectHolder const* clip, bool (*isMember)(bool inSubject, bool inClip), CFold* fold)
-    : m_Fold(fold)
+CRegionProof::CRegionProof(std::array<CBoundingRect<double>, 2> const & rects, CFold* fold) : m_Fold(fold)
 {
     constexpr int pointsInRect = static_cast<int>(PointCount / 2);
     std::size_t i = 0;
@@ -204,46 +203,64 @@ CRegionProof::CRegionProof(std::array<CBoundingRect<double>, 2> const & rects, C
     {
         for (int k = 1; k <= pointsInRect; ++k, ++i)
         {
-            TPoint<double> const point = SpreadPoint(rect, k);
-            m_Points[i] = point;
-            m_X[i] = point.x;
-            m_IsAway[i] = fold != nullptr && !fold->IsInWindow(point);
-            m_Expected[i] = m_IsAway[i] ? ExpectAway(point, subject, clip, isMember(true, false))
-                                        : ExpectWithin(point, subject, clip, isMember);
+            m_Points[i] = SpreadPoint(rect, k);
+            m_X[i] = m_Points[i].x;
+            m_IsAway[i] = fold != nullptr && !fold->IsInWindow(m_Points[i]);
         }
+    }
+    auto const [lowest, highest] = std::minmax_element(m_X.begin(), m_X.end());
+    double const cellsPerUnit = LastCell / (*highest - *lowest);
+    m_LowestX = *lowest;
+    m_CellsPerUnit = cellsPerUnit < DBL_MAX ? cellsPerUnit : 0.0;
+    for (double const x : m_X)
+    {
+        m_Cells |= std::isnan(x) ? ~std::uint64_t{0} : std::uint64_t{1} << CellOf(x);
     }
 }
 
-CRegionProof::EExpected CRegionProof::ExpectWithin(TPoint<double> const & point, CPathObjectHolder const* subject,
-                                                   CPathObjectHolder const* clip,
+void CRegionProof::ReadClip(CPathObjectHolder const* clip)
+{
+    for (std::size_t i = 0; i < PointCount; ++i)
+    {
+        m_InClip[i] = LocateClearly(m_Points[i], clip, false);
+    }
+}
+
+void CRegionProof::ReadSubject(CPathObjectHolder const* subject, bool (*isMember)(bool inSubject, bool inClip))
+{
+    for (std::size_t i = 0; i < PointCount; ++i)
+    {
+        m_Expected[i] =
+            m_IsAway[i] ? ExpectAway(i, subject, isMember(true, false)) : ExpectWithin(i, subject, isMember);
+    }
+}
+
+CRegionProof::EExpected CRegionProof::ExpectWithin(std::size_t i, CPathObjectHolder const* subject,
                                                    bool (*isMember)(bool inSubject, bool inClip)) const
 {
-    EPointPosition const inSubject = LocateClearly(point, subject, false);
-    EPointPosition const inClip =
-        inSubject == EPointPosition::eOnRing ? EPointPosition::eOnRing : LocateClearly(point, clip, false);
-    if (inClip == EPointPosition::eOnRing)
+    EPointPosition const inSubject = LocateClearly(m_Points[i], subject, false);
+    if (inSubject == EPointPosition::eOnRing || m_InClip[i] == EPointPosition::eOnRing)
     {
         return EExpected::eAny;
     }
-    bool const isInRuns = m_Fold != nullptr && isMember(true, false) && m_Fold->IsProbeCountOdd(point);
-    bool const isInResult = isMember(inSubject == EPointPosition::eInside, inClip == EPointPosition::eInside);
+    bool const isInRuns = m_Fold != nullptr && isMember(true, false) && m_Fold->IsProbeCountOdd(m_Points[i]);
+    bool const isInResult = isMember(inSubject == EPointPosition::eInside, m_InClip[i] == EPointPosition::eInside);
     return isInResult != isInRuns ? EExpected::eInResult : EExpected::eNotInResult;
 }
 
 /// The result is what the subject is there, or nothing. Folded runs count on both sides or on none.
-CRegionProof::EExpected CRegionProof::ExpectAway(TPoint<double> const & point, CPathObjectHolder const* subject,
-                                                 CPathObjectHolder const* clip, bool isSubjectKept)
+CRegionProof::EExpected CRegionProof::ExpectAway(std::size_t i, CPathObjectHolder const* subject,
+                                                 bool isSubjectKept) const
 {
-    EPointPosition const inClip = LocateClearly(point, clip, false);
-    if (inClip != EPointPosition::eOutside)
+    if (m_InClip[i] != EPointPosition::eOutside)
     {
-        return inClip == EPointPosition::eOnRing ? EExpected::eAny : EExpected::eNeither;
+        return m_InClip[i] == EPointPosition::eOnRing ? EExpected::eAny : EExpected::eNeither;
     }
     bool isOdd = false;
     CPathObjectHolder const* holder = subject;
     do
     {
-        isOdd = isOdd != (holder->m_Run == nullptr && IsProbeCountOdd(*holder->GetPathObject(), point));
+        isOdd = isOdd != (holder->m_Run == nullptr && IsProbeCountOdd(*holder->GetPathObject(), m_Points[i]));
         holder = holder->m_Next;
     } while (holder != subject);
     return isSubjectKept && isOdd ? EExpected::eInResult : EExpected::eNotInResult;
@@ -300,13 +317,12 @@ void CRegionProof::CountObject(CPathObjectBase const & object)
     CBoundingRect<double> const & rect = object.GetBoundingRect();
     double const left = rect.minX - (room * std::fabs(rect.minX) + least);
     double const right = rect.maxX + (room * std::fabs(rect.maxX) + least);
-    int any = 0;
-    for (double const x : m_X)
+    if (!MayHavePoint(left, right))
     {
-        any |= static_cast<int>(!(x < left)) & static_cast<int>(!(x > right));
+        return;
     }
     CObjectProbe probe(object);
-    for (std::size_t i = 0; any != 0 && i < PointCount; ++i)
+    for (std::size_t i = 0; i < PointCount; ++i)
     {
         if (!(m_X[i] < left) && !(m_X[i] > right))
         {

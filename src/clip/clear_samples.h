@@ -5,6 +5,8 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 
 #include "clip/fold.h"
 #include "clip/ring_position.h"
@@ -39,9 +41,11 @@ class CRegionProof
 {
 public:
     /// Points spread over the rectangles of the subject and the clip. `fold`: of the subject, or null.
-    CRegionProof(std::array<CBoundingRect<double>, 2> const & rects, CPathObjectHolder const* subject,
-                 CPathObjectHolder const* clip, bool (*isMember)(bool inSubject, bool inClip), CFold* fold);
+    CRegionProof(std::array<CBoundingRect<double>, 2> const & rects, CFold* fold);
 
+    /// Asks first the one ring for the points, then the other one.
+    void ReadClip(CPathObjectHolder const* clip);
+    void ReadSubject(CPathObjectHolder const* subject, bool (*isMember)(bool inSubject, bool inClip));
     /// A ring of the result; they count even-odd.
     void Count(CLinkedPathObject const* ring);
     /// The result agrees with `isMember(inSubject, inClip)` at those points that are well away from both rings. Where
@@ -50,6 +54,7 @@ public:
 
 private:
     static constexpr std::size_t PointCount = 16;
+    static constexpr unsigned int LastCell = 63;
 
     enum class EExpected
     {
@@ -59,17 +64,31 @@ private:
         eNeither      ///< the fold tells nothing right
     };
 
-    EExpected ExpectWithin(TPoint<double> const & point, CPathObjectHolder const* subject,
-                           CPathObjectHolder const* clip, bool (*isMember)(bool inSubject, bool inClip)) const;
-    static EExpected ExpectAway(TPoint<double> const & point, CPathObjectHolder const* subject,
-                                CPathObjectHolder const* clip, bool isSubjectKept);
+    EExpected ExpectWithin(std::size_t i, CPathObjectHolder const* subject,
+                           bool (*isMember)(bool inSubject, bool inClip)) const;
+    EExpected ExpectAway(std::size_t i, CPathObjectHolder const* subject, bool isSubjectKept) const;
 
     void CountObject(CPathObjectBase const & object);
+    /// Never falls where `x` grows.
+    unsigned int CellOf(double x) const
+    {
+        double const cell = (x - m_LowestX) * m_CellsPerUnit;
+        return cell > 0.0 ? cell < LastCell ? static_cast<unsigned int>(cell) : LastCell : 0;
+    }
+    /// A point may have an abscissa from `low` to `high`.
+    bool MayHavePoint(double low, double high) const
+    {
+        return !(low <= high) || (m_Cells >> CellOf(low)) << (LastCell - CellOf(high) + CellOf(low)) != 0;
+    }
 
     CFold* m_Fold; ///< not owned
     std::array<TPoint<double>, PointCount> m_Points;
-    std::array<double, PointCount> m_X{};    ///< theirs
+    std::array<double, PointCount> m_X{}; ///< theirs
+    std::uint64_t m_Cells = 0;            ///< a bit each, set where such an abscissa is
+    double m_LowestX = 0.0;
+    double m_CellsPerUnit = 0.0;
     std::array<bool, PointCount> m_IsAway{}; ///< from the clip, so that the fold doesn't answer for the subject
+    std::array<EPointPosition, PointCount> m_InClip{};
     std::array<EExpected, PointCount> m_Expected{};
     std::array<bool, PointCount> m_IsInResult{}; ///< in an odd number of rings, folded runs left out
 };

@@ -278,16 +278,21 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCrossingR
     bool const invertClip = invertSubject || this->m_Operation == this->eClipDifference;
     this->m_SubjectRing = subject;
     this->m_ClipRing = clip;
-    if (MarkRing(subject, clip, invertSubject, this->m_ClipRect) != EMarkOutcome::eMarked ||
-        MarkRing(clip, subject, invertClip, this->m_SubjectRect) != EMarkOutcome::eMarked)
+    if (MarkRing(subject, clip, invertSubject, this->m_ClipRect) != EMarkOutcome::eMarked)
     {
         return this->eClipRetry;
     }
     auto const isMember = MembershipOf<T>(this->m_Operation);
     CFold* const fold = this->m_Fold.get();
-    CRegionProof proof({this->m_SubjectRect, this->m_ClipRect}, subject, clip, isMember, fold);
+    CRegionProof proof({this->m_SubjectRect, this->m_ClipRect}, fold);
+    proof.ReadClip(clip);
+    m_ClipIndex.RetireFor(m_SubjectIndex);
+    if (MarkRing(clip, subject, invertClip, this->m_SubjectRect) != EMarkOutcome::eMarked)
+    {
+        return this->eClipRetry;
+    }
+    proof.ReadSubject(subject, isMember);
     m_SubjectIndex.Shrink();
-    m_ClipIndex.Shrink();
     bool areClosed = true;
     for (CLinkedPathObject* ring = this->m_Results; ring != nullptr; ring = ring->m_NextRing)
     {

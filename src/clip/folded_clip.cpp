@@ -194,35 +194,85 @@ double CPolygonClipGreinerHormannBased<T>::GetResultLength()
 namespace
 {
 
-/// A ring of one closed object, as most are where outlines have no arcs.
-std::unique_ptr<CPolygon> TakeClosedObject(CPathObjectBase*& object)
+/// The valid objects of a ring, to be taken from it.
+class CRingObjects
 {
-    CPolygon::PathObjects outline(1, object);
-    CBoundingRect<double> rect;
-    rect.Include(object->GetBoundingRect());
-    auto polygon = std::make_unique<CPolygon>();
-    CPolygonInternals::AdoptOutline(*polygon, std::move(outline), rect, CPolygon::eWindingUnknown, nullptr);
-    object = nullptr;
-    return polygon;
-}
+public:
+    explicit CRingObjects(CLinkedPathObject* ring) : m_Ring(ring)
+    {
+        std::size_t count = 0;
+        for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
+        {
+            ++count;
+        }
+        m_Objects.reserve(count);
+        for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
+        {
+            if (element->m_PathObject->IsValid())
+            {
+                Add(element->OwnObject());
+            }
+        }
+        m_IsConnected = m_IsConnected && !m_Objects.empty() &&
+                        m_Objects.back()->GetEndPoint() == m_Objects.front()->GetStartPoint();
+    }
 
+    std::size_t GetCount() const { return m_Objects.size(); }
+    /// A polygon accepts them as they are.
+    bool IsConnected() const { return m_IsConnected; }
+
+    /// The ring owns them no more.
+    CPolygon::PathObjects Take()
+    {
+        std::size_t taken = 0;
+        for (CLinkedPathObject* element = m_Ring; taken < m_Objects.size(); element = element->m_Next)
+        {
+            if (element->m_PathObject == m_Objects[taken])
+            {
+                element->m_PathObject = nullptr;
+                ++taken;
+            }
+        }
+        return std::move(m_Objects);
+    }
+    CBoundingRect<double> const & GetRect() const { return m_Rect; }
+
+private:
+    void Add(CPathObjectBase* object)
+    {
+        m_IsConnected =
+            m_IsConnected && (m_Objects.empty() || object->GetStartPoint() == m_Objects.back()->GetEndPoint());
+        m_Objects.push_back(object);
+        m_Rect.Include(object->GetBoundingRect());
+    }
+
+    CLinkedPathObject* m_Ring; ///< not owned
+    CPolygon::PathObjects m_Objects;
+    CBoundingRect<double> m_Rect;
+    bool m_IsConnected = true;
+};
+
+/// Null without a valid object.
 std::unique_ptr<CPolygon> TakePlainRing(CLinkedPathObject* ring)
 {
-    CPathObjectBase*& first = ring->OwnObject();
-    if (ring->m_Next == nullptr && first->IsValid() && first->GetEndPoint() == first->GetStartPoint())
+    CRingObjects objects(ring);
+    if (objects.GetCount() == 0)
     {
-        return TakeClosedObject(first);
+        return nullptr;
     }
-    OwnedPathObjects objects;
-    for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
+    if (!objects.IsConnected())
     {
-        if (element->m_PathObject->IsValid())
+        OwnedPathObjects owned;
+        owned.reserve(objects.GetCount()); // no exception leaves before all are owned
+        for (CPathObjectBase* object : objects.Take())
         {
-            objects.emplace_back(element->OwnObject());
-            element->m_PathObject = nullptr;
+            owned.emplace_back(object);
         }
+        return MakePolygonFrom(std::move(owned));
     }
-    return objects.empty() ? nullptr : MakePolygonFrom(std::move(objects));
+    auto polygon = std::make_unique<CPolygon>();
+    CPolygonInternals::AdoptOutline(*polygon, objects.Take(), objects.GetRect(), CPolygon::eWindingUnknown, nullptr);
+    return polygon;
 }
 
 /// The runs whose objects polygons of the result have taken over. When it goes, the outline that they come from goes,

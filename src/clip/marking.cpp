@@ -1,5 +1,7 @@
 // Entry and exit marking: one point of the ring that isn't on the other ring tells the side, and from there on the
 // side changes at each intersection. Each object behind an intersection is checked against its mark.
+#include <array>
+
 #include "clip/clear_samples.h"
 #include "clip/clipper.h"
 #include "clip/ring_index.h"
@@ -70,28 +72,70 @@ bool Contradicts(EPointPosition position, bool isMarkedInside)
     return position != EPointPosition::eOnRing && isMarkedInside != (position == EPointPosition::eInside);
 }
 
-constexpr int ObjectsInFocus = 6;
-
-/// The questions about some objects from `holder` on are asked next.
-void FocusOn(CPathObjectHolder const* holder, CPathObjectHolder const* other, CBoundingRect<double> const & otherRect)
+/// Has the questions about the next few objects of a walk along a ring surveyed by the index of the other ring.
+class CSurveyor
 {
-    CBoundingRect<double> around;
-    for (int i = 0; i < ObjectsInFocus; ++i, holder = holder->m_Next)
+public:
+    CSurveyor(CPathObjectHolder const* other, CBoundingRect<double> const & otherRect)
+        : m_Other(other), m_OtherRect(otherRect)
     {
-        CBoundingRect<double> const & rect = holder->GetPathObject()->GetBoundingRect();
-        if (holder->m_Run == nullptr && otherRect.Overlaps(rect))
-        {
-            around.Include(rect);
-        }
     }
-    CRingIndex::Focus(other, around);
-}
+
+    /// The questions about `holder` are asked next.
+    void StepTo(CPathObjectHolder const* holder)
+    {
+        if (m_Step % ObjectsInFocus == 0)
+        {
+            std::size_t const focus = m_Step / ObjectsInFocus % FociInSurvey;
+            if (focus == 0)
+            {
+                Survey(holder);
+            }
+            CRingIndex::Focus(m_Other, m_Foci[focus]);
+        }
+        ++m_Step;
+    }
+
+private:
+    static constexpr std::size_t ObjectsInFocus = 4;
+    static constexpr std::size_t FociInSurvey = 6;
+
+    /// Around the objects from `holder` on that may be asked about.
+    void Survey(CPathObjectHolder const* holder)
+    {
+        CBoundingRect<double> around;
+        CPathObjectHolder const* const first = holder;
+        bool isRound = false; // the whole ring
+        for (CBoundingRect<double> & focus : m_Foci)
+        {
+            focus.Reset();
+            for (std::size_t i = 0; i < ObjectsInFocus && !isRound; ++i)
+            {
+                CBoundingRect<double> const & rect = holder->GetPathObject()->GetBoundingRect();
+                if (holder->m_Run == nullptr && m_OtherRect.Overlaps(rect))
+                {
+                    focus.Include(rect);
+                }
+                holder = holder->m_Next;
+                isRound = holder == first;
+            }
+            around.Include(focus);
+        }
+        CRingIndex::Survey(m_Other, around);
+    }
+
+    CPathObjectHolder const* m_Other;
+    CBoundingRect<double> const & m_OtherRect;
+    std::size_t m_Step = 0;
+    std::array<CBoundingRect<double>, FociInSurvey> m_Foci;
+};
 
 } // namespace
 
 EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const* other, bool invert,
                       CBoundingRect<double> const & rect)
 {
+    CRingIndex::ExpectQuestions(other);
     TSide const side = FindSide(ring, other, rect);
     if (side.holder == nullptr)
     {
@@ -101,14 +145,10 @@ EMarkOutcome MarkRing(CPathObjectHolder* ring, CPathObjectHolder const* other, b
     bool isLeftOut = side.isInside != invert;
     EMarkOutcome outcome = EMarkOutcome::eMarked;
     CPathObjectHolder* g = side.holder;
-    int inFocus = 0;
+    CSurveyor surveyor(other, rect);
     do
     {
-        if (inFocus-- == 0)
-        {
-            FocusOn(g, other, rect);
-            inFocus = ObjectsInFocus - 1;
-        }
+        surveyor.StepTo(g);
         bool const isLeft = g->m_IsIntersection;
         if (isLeft)
         {

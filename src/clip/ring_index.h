@@ -28,6 +28,8 @@ public:
     void Serve(CPathObjectHolder* ring, CFold* fold);
     /// Few questions come from now on, if any: gives the memory of a large ring back.
     void Shrink();
+    /// The same, and the memory may serve another one.
+    void RetireFor(CRingIndex & other);
     /// A bridge was linked into the ring, which must live as long as the ring is asked.
     void AddBridge(CPathObjectBase const & bridge);
 
@@ -59,20 +61,28 @@ public:
         return isOn ? EPointPosition::eOnRing : isOdd ? EPointPosition::eInside : EPointPosition::eOutside;
     }
 
-    /// Several questions to come are about points in `rect`: what these can find is looked up once. An empty rectangle
+    /// Many questions are to come.
+    static void ExpectQuestions(CPathObjectHolder const* ring);
+
+    /// Many questions to come are about points in `rect`: what these can find is looked up once. An empty rectangle
     /// does nothing.
+    static void Survey(CPathObjectHolder const* ring, CBoundingRect<double> const & rect);
+    /// The next ones are about points in `rect`, which lies in the one surveyed last.
     static void Focus(CPathObjectHolder const* ring, CBoundingRect<double> const & rect);
 
 private:
     static constexpr double ArcRoom = 0.11;    ///< above the distances at which a point counts as on an arc or as near
     static constexpr double SizeRoom = 1.1e-7; ///< of the object: above that at which a point counts as near
     static constexpr double FocusRoom = 0.1;   ///< the most that a question may ask for
+    static constexpr std::size_t MaxSurveyed = 256;
     static constexpr std::size_t MaxNearby = 64;
     static constexpr std::ptrdiff_t MaxSegments = 8; ///< of a polyline that is passed without its own search
 
     bool FindIndex() { return m_IsIndexed || MakeIndexIfItPays(); }
     bool MakeIndexIfItPays();
-    void LookUp(CBoundingRect<double> const & rect);
+    void LookUp(CBoundingRect<double> const & rect, std::size_t most);
+    void Narrow(CBoundingRect<double> const & rect);
+    void Forget();
     void ReadObjects();
     static CBoundingRect<double> RectWithRoom(CPathObjectBase const & object, CPathObjectArc const* arc);
 
@@ -80,19 +90,19 @@ private:
     class CProbe
     {
     public:
-        CProbe(TPoint<double> const & point, CProbeAbscissas const & abscissas) : m_Point(point), m_Abscissas(abscissas)
+        CProbe(TPoint<double> const & point, CAbscissaField const & abscissas) : m_Point(point), m_Abscissas(abscissas)
         {
         }
         TPoint<double> const & GetPoint() const { return m_Point; }
         bool IsNearAbscissa()
         {
-            m_Near = m_Near < 0 ? (m_Abscissas.IsNear(m_Point.x) ? 1 : 0) : m_Near;
+            m_Near = m_Near < 0 ? (m_Abscissas.MayBeNear(m_Point.x) ? 1 : 0) : m_Near;
             return m_Near == 1;
         }
 
     private:
         TPoint<double> const & m_Point;
-        CProbeAbscissas const & m_Abscissas;
+        CAbscissaField const & m_Abscissas;
         int m_Near = -1; ///< not yet known
     };
 
@@ -108,11 +118,17 @@ private:
     };
     struct TBefore
     {
-        double startX = 0.0;          ///< where the object begins; the one before ends there, if it is told by its ends
-        std::uint32_t irregular = 0;  ///< how many before may count otherwise than by their ends
-        std::uint32_t arcs = 0;       ///< how many before may do so near some abscissas
-        std::uint32_t pointCount = 0; ///< of the object, if it is a polyline of a few segments
-        TPoint<double> const* points = nullptr; ///< these; not owned
+        double startX;           ///< where the object begins; the one before ends there, if it is told by its ends
+        std::uint32_t irregular; ///< how many before may count otherwise than by their ends
+        std::uint32_t arcs;      ///< how many before may do so near some abscissas
+    };
+    /// An object that is to be looked at.
+    struct TNearby
+    {
+        CBoundingRect<double> rect; ///< with room
+        std::uint32_t object;
+        std::uint32_t pointCount;     ///< if it is a polyline of a few segments, else 0
+        TPoint<double> const* points; ///< these; not owned
     };
 
     TRange MakeRange(std::size_t first, std::size_t last) const
@@ -131,21 +147,22 @@ private:
                    : IsRangeCrossedOneByOne(range, point);
     }
     /// The object is clearly too far from the point to hold it: counts it without any tolerance.
-    bool Passes(std::size_t i, CProbe & probe, bool & isOdd) const
+    bool Passes(TNearby const & nearby, CProbe & probe, bool & isOdd) const
     {
-        return m_Before[i].pointCount != 0 ? PassesSegments(i, probe.GetPoint(), isOdd) : PassesArc(i, probe, isOdd);
+        return nearby.pointCount != 0 ? PassesSegments(nearby, probe.GetPoint(), isOdd)
+                                      : PassesArc(nearby.object, probe, isOdd);
     }
     /// Above the distances at which a point counts as on an object within `rect`, or as near it.
     static double LargestTolerance(CBoundingRect<double> const & rect)
     {
         return std::max(ArcRoom, SizeRoom * std::max(rect.maxX - rect.minX, rect.maxY - rect.minY));
     }
-    bool PassesSegments(std::size_t i, TPoint<double> const & point, bool & isOdd) const
+    static bool PassesSegments(TNearby const & nearby, TPoint<double> const & point, bool & isOdd)
     {
-        TPoint<double> const* const points = m_Before[i].points;
-        double const room = LargestTolerance(m_Objects[i]->GetBoundingRect());
+        TPoint<double> const* const points = nearby.points;
+        double const room = LargestTolerance(nearby.rect); // which is larger than that of the object
         bool isCrossed = false;
-        for (std::uint32_t k = 1; k < m_Before[i].pointCount; ++k)
+        for (std::uint32_t k = 1; k < nearby.pointCount; ++k)
         {
             if (!IsClearlyOffLine(points[k - 1], points[k], point, room))
             {
@@ -157,6 +174,9 @@ private:
         return true;
     }
     bool PassesArc(std::size_t i, CProbe & probe, bool & isOdd) const;
+    TNearby NearbyAt(std::size_t i) const;
+    void AddAbove(std::vector<TRange> & above, std::size_t first, std::size_t last) const;
+    bool AreEndsAside(TRange const & range) const;
     bool IsRangeCrossedOneByOne(TRange const & range, TPoint<double> const & point) const;
 
     template <typename Visit>
@@ -180,8 +200,25 @@ private:
 
     bool IsInFocus(TPoint<double> const & point, double extraRoom) const
     {
-        return m_Focus.minX <= point.x && point.x <= m_Focus.maxX && m_Focus.minY <= point.y &&
-               point.y <= m_Focus.maxY && extraRoom <= FocusRoom;
+        CBoundingRect<double> const & rect = m_Focus.rect;
+        return rect.minX <= point.x && point.x <= rect.maxX && rect.minY <= point.y && point.y <= rect.maxY &&
+               extraRoom <= FocusRoom;
+    }
+
+    /// The parity of all objects that lie above the focus.
+    bool IsOddAboveFocus(CProbe & probe) const
+    {
+        bool const isPlain = !m_HasArcAbove || !probe.IsNearAbscissa();
+        bool isOdd = isPlain && m_IsOddAbove;
+        for (std::size_t i = 0; !isPlain && i < m_Alike.size(); ++i)
+        {
+            isOdd = isOdd != IsRangeCrossed(m_Alike[i], probe);
+        }
+        for (TRange const & range : m_Focus.above)
+        {
+            isOdd = isOdd != IsRangeCrossed(range, probe);
+        }
+        return isOdd;
     }
 
     /// Visits the objects that aren't told by their rectangles; the parity of the others.
@@ -197,21 +234,19 @@ private:
         if (!IsInFocus(point, extraRoom))
         {
             m_Index.Walk([&](CBoundingRect<double> const & r) { return Classify(r, at); },
-                         [&](std::size_t i) { return Passes(i, probe, isOdd) || visit(*m_Objects[i]); }, take);
+                         [&](std::size_t i) { return Passes(NearbyAt(i), probe, isOdd) || visit(*m_Objects[i]); },
+                         take);
             return isOdd;
         }
-        for (TRange const & range : m_Above)
-        {
-            isOdd = isOdd != IsRangeCrossed(range, probe);
-        }
-        for (TNearby const & nearby : m_Nearby)
+        isOdd = IsOddAboveFocus(probe);
+        for (TNearby const & nearby : m_Focus.nearby)
         {
             CChainIndex::EAction const action = Classify(nearby.rect, at);
             if (action == CChainIndex::EAction::eTake)
             {
                 take(nearby.object, nearby.object + 1);
             }
-            else if (action == CChainIndex::EAction::eOpen && !Passes(nearby.object, probe, isOdd) &&
+            else if (action == CChainIndex::EAction::eOpen && !Passes(nearby, probe, isOdd) &&
                      !visit(*m_Objects[nearby.object]))
             {
                 break;
@@ -233,12 +268,6 @@ private:
                            [&](auto const & bridge) { return holds(*bridge.second); });
     }
 
-    struct TNearby
-    {
-        CBoundingRect<double> rect;
-        std::size_t object;
-    };
-
     CPathObjectHolder const* m_Ring = nullptr;
     CFold* m_Fold = nullptr; ///< not owned
     unsigned int m_Questions = 0;
@@ -246,14 +275,23 @@ private:
     bool m_IsWalked = false;                       ///< all objects are folded, or no question is to come
     std::vector<CPathObjectBase const*> m_Objects; ///< of the ring; not owned
     std::vector<TBefore> m_Before;                 ///< one an object, and one behind the last
-    CProbeAbscissas m_Abscissas;                   ///< near which arcs need care
+    CAbscissaField m_Abscissas;                    ///< near which arcs need care
     std::vector<CBoundingRect<double>> m_Rects;    ///< theirs, on the way into the index
     CChainIndex m_Index;                           ///< over them, once it pays
     bool m_IsIndexed = false;
     std::multimap<double, CPathObjectBase const*> m_Bridges; ///< that came after it, by their x; not owned
-    CBoundingRect<double> m_Focus; ///< what was looked up for all points in here; may be empty:
-    std::vector<TRange> m_Above;   ///< objects that lie above
-    std::vector<TNearby> m_Nearby; ///< objects to be looked at, a few
+    /// Objects in chain order that lie above the points in a rectangle, and those to be looked at.
+    struct TSurvey
+    {
+        CBoundingRect<double> rect; ///< may be empty
+        std::vector<TRange> above;
+        std::vector<TNearby> nearby;
+    };
+    TSurvey m_Survey;
+    TSurvey m_Focus;             ///< a part of it
+    bool m_IsOddAbove = false;   ///< the parity of those above that count alike for all points there, ..
+    bool m_HasArcAbove = false;  ///< .. if none of them is an arc with an abscissa near; else ..
+    std::vector<TRange> m_Alike; ///< .. these have to be counted
 };
 
 } // namespace geometry

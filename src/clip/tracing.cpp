@@ -2,6 +2,7 @@
 // rings: pieces themselves, and clones of what isn't cut. Each object goes in at the head, so a result ring runs
 // against the walk; pieces of one kind that meet become one object.
 #include <memory>
+#include <typeinfo>
 #include <utility>
 
 #include "clip/clipper.h"
@@ -232,9 +233,10 @@ bool IsAlwaysClean(CPathObjectBase const & object)
 /// The object that only the holder has, or what is in it.
 std::unique_ptr<CPathObjectBase> TakeFrom(CPathObjectHolder & holder)
 {
-    if (auto* const polyline = dynamic_cast<CBorrowingPolyline*>(holder.m_OwnObject))
+    CPathObjectBase & object = *holder.m_OwnObject;
+    if (object.CanAppendVertex() && typeid(object) == typeid(CBorrowingPolyline))
     {
-        return CPolylineInternals::TakeOver(*polyline);
+        return CPolylineInternals::TakeOver(static_cast<CPathObjectPolyline &>(object));
     }
     return std::unique_ptr<CPathObjectBase>(std::exchange(holder.m_OwnObject, nullptr));
 }

@@ -28,6 +28,14 @@ public:
     /// The same for other pieces. The rectangles so far, of no use any more, go to `rects`: who builds often needs no
     /// new memory.
     void Rebuild(std::vector<Rect> & rects);
+    /// Gives the memory of the rectangles to `rects` before: not to be asked then until `Rebuild`.
+    void GiveRects(std::vector<Rect> & rects)
+    {
+        if (!m_Levels.empty())
+        {
+            m_Levels.front().swap(rects);
+        }
+    }
 
     std::size_t GetCount() const { return m_Levels.front().size(); }
     Rect const & GetRect(std::size_t piece) const { return m_Levels.front()[piece]; }

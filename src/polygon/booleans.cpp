@@ -259,14 +259,70 @@ EClipResult DoIntersectCore(PolygonVector & work, PolygonRange const & range, Cl
     return code;
 }
 
+namespace
+{
+
+/// So much of the polygon is near the clip that folding the rest of it gains little.
+bool IsMostlyCovered(CPolygon const & polygon, CPolygon const & clip)
+{
+    CBoundingRect<double> const & r = polygon.GetBoundingRect();
+    CBoundingRect<double> const & c = clip.GetBoundingRect();
+    double const width = std::min(r.maxX, c.maxX) - std::max(r.minX, c.minX);
+    double const height = std::min(r.maxY, c.maxY) - std::max(r.minY, c.minY);
+    return width > 0.0 && height > 0.0 && width * height > 0.5 * (r.maxX - r.minX) * (r.maxY - r.minY);
+}
+
+/// What `SubtractPolygonRange` makes of a copy of `polygon`, of which only what stays is copied here. The clip has no
+/// holes, and the polygon no user info.
+bool SubtractSolid(CPolygon const & polygon, PolygonVector & result, CPolygon const & clip, Clipper & clipper)
+{
+    if (this_thread::cancellation_requested())
+    {
+        return false;
+    }
+    OwningPolygonVector pieces;
+    switch (RunClipIfOverlapping(clipper, Clipper::eClipDifference, clip, polygon))
+    {
+    case Clipper::eClipResultReady:
+        clipper.TakeResultPolygons(pieces);
+        NestRings(pieces);
+        return CarryHolesOver(polygon, result, pieces, clip, clipper);
+    case Clipper::eClipSubjectInsideClip:
+        return true;
+    case Clipper::eClipClipInsideSubject:
+        PushPolygon(result, std::make_unique<CPolygon>(polygon));
+        result.front()->AddHole(&clip, &clipper, nullptr, pieces);
+        AppendPolygons(result, pieces);
+        return true;
+    case Clipper::eClipFailed:
+        return false;
+    case Clipper::eClipSeparate:
+    case Clipper::eClipRetry:
+    case Clipper::eClipNothingToDo:
+        break;
+    }
+    PushPolygon(result, std::make_unique<CPolygon>(polygon));
+    return true;
+}
+
+} // namespace
+
 // --- front ends ------------------------------------------------------------------------------------------------
 
 bool CPolygon::SubtractPolygon(std::vector<CPolygon*> & result, CPolygon const & other) const
 {
     DeletePolygons(result);
     std::unique_ptr<Clipper> const clipper(CreateClipper());
-    PushPolygon(result, std::make_unique<CPolygon>(*this));
-    bool const isDone = SubtractPolygonRange(result, PolygonRange(1, &other), *clipper) != Clipper::eClipFailed;
+    bool isDone = false;
+    if (other.GetHoles().empty() && IsIndexUsed(true) && IsMostlyCovered(*this, other) && !HasUserInfo(*this))
+    {
+        isDone = SubtractSolid(*this, result, other, *clipper);
+    }
+    else
+    {
+        PushPolygon(result, std::make_unique<CPolygon>(*this));
+        isDone = SubtractPolygonRange(result, PolygonRange(1, &other), *clipper) != Clipper::eClipFailed;
+    }
     CPolygonInternals::ForgetFacts(result);
     return isDone;
 }
@@ -284,6 +340,11 @@ bool CPolygon::XORPolygon(std::vector<CPolygon*> & result, CPolygon const & othe
 bool IntersectPolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range)
 {
     std::unique_ptr<Clipper> const clipper(CreateClipper());
+    bool const isSingle = range.size() == 1 && range.front()->GetHoles().empty();
+    if (isSingle && IsIndexUsed(true) && !HasUserInfo(polygon) && !CPolygonInternals::HasFacts(polygon))
+    {
+        return IntersectWithSolid(polygon, result, *range.front(), *clipper); // takes no copy
+    }
     DeletePolygons(result);
     PushPolygon(result, std::make_unique<CPolygon>(polygon));
     return DoIntersectCore(result, range, *clipper) != Clipper::eClipFailed;

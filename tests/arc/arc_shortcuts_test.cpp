@@ -137,19 +137,25 @@ TEST(ArcShortcuts, AbscissasOfManyAreThoseOfEach)
 {
     CRandom random(43);
     CProbeAbscissas all;
+    CAbscissaField field;
+    field.Reset(-150, 150, 200); // what is beyond counts at the end
     std::vector<CProbeAbscissas> each(200);
     for (CProbeAbscissas & one : each)
     {
         CPathObjectArc const arc = random.Arc().ToArc(true);
-        one.Add(arc), one.Prepare(), all.Add(arc);
+        one.Add(arc), one.Prepare(), all.Add(arc), field.Add(arc);
     }
     all.Prepare();
+    int passed = 0, told = 0;
     for (int i = 0; i < 20000; ++i)
     {
         double const x = random.In(-210, 210);
         bool const isNear = std::any_of(each.begin(), each.end(), [x](auto const & one) { return one.IsNear(x); });
         ASSERT_EQ(isNear, all.IsNear(x)) << x;
+        ASSERT_TRUE(!isNear || field.MayBeNear(x)) << x;
+        passed += !isNear, told += !field.MayBeNear(x);
     }
+    EXPECT_GT(told, passed / 2);
 }
 
 TEST(ArcShortcuts, SteadinessIsForgottenWithEveryChange)
