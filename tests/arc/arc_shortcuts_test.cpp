@@ -96,7 +96,7 @@ TEST(ArcShortcuts, PointsAreClearlyFarAndCrossedAsComputed)
             p.y -= random.Coin() ? 2 * r : 0;
         }
         if (i % 8 == 2) p = {arc.GetEndPoint().x + random.In(-0.2, 0.2), arc.GetEndPoint().y + random.In(-0.2, 0.2)};
-        if (i % 8 == 6) p = {arc.GetStartPoint().x + random.In(-0.2, 0.2), arc.GetStartPoint().y};
+        if (i % 8 == 6) p = {c.x + (random.Coin() ? r : -r), c.y};
         bool const isTooSteep = i % 16 == 1; // for the computation: it takes the point for one of the circle
         if (isTooSteep) p.x = c.x + 1e-200;
         double const distance = std::pow(10, random.In(-1.5, 3));
