@@ -20,15 +20,12 @@ constexpr double SmallestRadius = 1e-6; // as a part of the coordinates of the c
 constexpr double SmallestTurn = 1e-14;  // as a part of a square
 
 /// Twice the area of start, mid-point, end and centre, by which an arc that was moved and turned round finds its
-/// direction again. A repair leaves the mid-point where it was: it may lie in line with the others.
-double TurnOf(CPathObjectArc const & arc)
+/// direction again. A repair leaves the mid-point where it was: it may lie in line with the others. 0: a full circle.
+double TurnOf(CPathObjectArc const & arc, Sweep const & sweep)
 {
-    TPoint<double> const* const points = CArcInternals::GetPoints(arc);
-    TPoint<double> const & start = points[0];
-    TPoint<double> const & end = points[1];
-    TPoint<double> const & centre = points[2];
-    TPoint<double> const & middle = points[3];
-    return std::fabs((end.x - start.x) * (middle.y - centre.y) - (end.y - start.y) * (middle.x - centre.x));
+    TPoint<double> const & middle = CArcInternals::GetPoints(arc)[3];
+    return std::fabs((sweep.B.x - sweep.A.x) * (middle.y - sweep.C.y) -
+                     (sweep.B.y - sweep.A.y) * (middle.x - sweep.C.x));
 }
 
 /// An arc so short that the misfit of its ends turns them round can be read as nearly the whole circle, while its
@@ -104,7 +101,7 @@ bool IsSteadyArc(CPathObjectArc const & arc, TArcReading const & reading)
     double const reach = reading.reach;
     auto const fits = [&](double distance) { return std::fabs(distance - radius) <= LargestMisfit; };
     return radius > SmallestRadius * reach && reach + radius < LargestReach && fits(reading.toA) && fits(reading.toB) &&
-           TurnOf(arc) > SmallestTurn * (reach + radius) * (reach + radius) &&
+           TurnOf(arc, reading.sweep) > SmallestTurn * (reach + radius) * (reach + radius) &&
            !IsRectOutdated(arc.GetBoundingRect(), reading.rect) && !reading.isBeyondRect &&
            !IsReadBesideRect(arc.GetBoundingRect(), reading.sweep) &&
            !IsReadPastEnds(arc.GetBoundingRect(), reading.sweep);
