@@ -18,15 +18,12 @@ constexpr double LargestReach = 1e15;
 constexpr double SmallestTurn = 1e-14; // as a part of a square
 
 /// Twice the area of start, mid-point, end and centre, by which an arc that was moved and turned round finds its
-/// direction again. A repair leaves the mid-point where it was: it may lie in line with the others.
-double TurnOf(CPathObjectArc const & arc)
+/// direction again. A repair leaves the mid-point where it was: it may lie in line with the others. 0: a full circle.
+double TurnOf(CPathObjectArc const & arc, Sweep const & sweep)
 {
-    TPoint<double> const* const points = CArcInternals::GetPoints(arc);
-    TPoint<double> const & start = points[0];
-    TPoint<double> const & end = points[1];
-    TPoint<double> const & centre = points[2];
-    TPoint<double> const & middle = points[3];
-    return std::fabs((end.x - start.x) * (middle.y - centre.y) - (end.y - start.y) * (middle.x - centre.x));
+    TPoint<double> const & middle = CArcInternals::GetPoints(arc)[3];
+    return std::fabs((sweep.B.x - sweep.A.x) * (middle.y - sweep.C.y) -
+                     (sweep.B.y - sweep.A.y) * (middle.x - sweep.C.x));
 }
 
 /// An arc so short that the misfit of its ends turns them round can be read as nearly the whole circle, while its
@@ -105,7 +102,7 @@ bool IsSteady(CPathObjectArc const & arc, bool isRectCurrent)
     auto const fits = [&](TPoint<double> const & end)
     { return std::fabs(DistanceBetween(end, sweep.C) - radius) <= LargestMisfit; };
     return radius > SmallestRadius * reach && reach + radius < LargestReach && fits(sweep.A) && fits(sweep.B) &&
-           TurnOf(arc) > SmallestTurn * (reach + radius) * (reach + radius) &&
+           TurnOf(arc, sweep) > SmallestTurn * (reach + radius) * (reach + radius) &&
            (isRectCurrent || !IsRectOutdated(rect, CalculateArcBoundingRect(sweep))) &&
            !IsMeasuredBeyondRect(rect, sweep) && !IsReadBesideRect(rect, sweep) && !IsReadPastEnds(rect, sweep);
 }

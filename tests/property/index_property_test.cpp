@@ -211,6 +211,10 @@ TEST(IndexProperty, ProofsTellTheEndsOfArcsAsInThePlainLoops)
                               {{0, 0}, false, true, {}, false}}};
         EXPECT_EQ(Fingerprint(plate, crossing, EIndexUse::eNever, 0),
                   Fingerprint(plate, crossing, EIndexUse::eAlways, 0));
+        SelfDestructingContainer<std::vector<CPolygon*>> left;
+        MakePolygon(plate)->SubtractPolygon(left, *MakePolygon(crossing));
+        ASSERT_EQ(left.size(), 1U);
+        EXPECT_NEAR(left[0]->GetArea(), MakePolygon(plate)->GetArea() - 512 * 1024, 1);
     }
 }
 
