@@ -127,7 +127,7 @@ bool SamplesAgree(CPathObjectHolder const* holder, CPathObjectHolder const* othe
             object.IsValid() ? FindInnerChordPoints(static_cast<CPathObjectArc const &>(object)) : TInnerChordPoints();
         return points.chords == 0 ||
                ((isMiddleSeen || !contradicts(object.GetInbetweenPoint(), true)) && !contradicts(points.second, true) &&
-                (points.chords == 1 || !contradicts(points.lastButOne, true)));
+                (points.chords <= 2 || !contradicts(points.lastButOne, true))); // the same of two
     }
     std::ptrdiff_t const segments = object.GetPointsEnd() - object.GetPointsBegin() - 1;
     return segments < 1 || (!contradicts(SampleOf(object, 0), false) &&
@@ -331,14 +331,11 @@ void CRegionProof::CountObject(CPathObjectBase const & object)
     }
 }
 
-void CRegionProof::Count(CLinkedPathObject const* ring)
+void CRegionProof::Count(CLinkedPathObject const & element)
 {
-    for (CLinkedPathObject const* element = ring; element != nullptr; element = element->m_Next)
+    if (element.m_Run == nullptr)
     {
-        if (element->m_Run == nullptr)
-        {
-            CountObject(*element->m_PathObject);
-        }
+        CountObject(*element.m_PathObject);
     }
 }
 

@@ -46,8 +46,8 @@ public:
     /// Asks first the one ring for the points, then the other one.
     void ReadClip(CPathObjectHolder const* clip);
     void ReadSubject(CPathObjectHolder const* subject, bool (*isMember)(bool inSubject, bool inClip));
-    /// A ring of the result; they count even-odd.
-    void Count(CLinkedPathObject const* ring);
+    /// An element of a ring of the result; rings count even-odd.
+    void Count(CLinkedPathObject const & element);
     /// The result agrees with `isMember(inSubject, inClip)` at those points that are well away from both rings. Where
     /// the fold doesn't tell, it fails.
     bool Holds() const;

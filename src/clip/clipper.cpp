@@ -80,6 +80,7 @@ template <typename T>
 typename CPolygonClipBase<T>::CAddPathHelper* CPolygonClipGreinerHormannBased<T>::CreateSubjectPathHelper()
 {
     DeleteRing(m_SubjectRing);
+    m_SubjectMemory.Release();
     m_SubjectRect.Reset();
     return new CGreinerHormannAddPathHelper(&m_SubjectRing, &m_SubjectRect, m_SubjectMemory);
 }
@@ -88,6 +89,7 @@ template <typename T>
 typename CPolygonClipBase<T>::CAddPathHelper* CPolygonClipGreinerHormannBased<T>::CreateClipPathHelper()
 {
     DeleteRing(m_ClipRing);
+    m_ClipMemory.Release();
     m_ClipRect.Reset();
     return new CGreinerHormannAddPathHelper(&m_ClipRing, &m_ClipRect, m_ClipMemory);
 }

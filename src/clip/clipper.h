@@ -86,7 +86,7 @@ private:
     EClipResult ClipSeparateRings();
     EClipResult ClipCoincidentRings();
 
-    CRingIndex m_SubjectIndex; ///< of the present run; the holders refer to it
+    CRingIndex m_SubjectIndex; ///< of the present run; the memories of the rings refer to them
     CRingIndex m_ClipIndex;
 };
 

@@ -78,7 +78,6 @@ CPathObjectHolder* InsertHolder(std::unique_ptr<CPathObjectBase> object, CPathOb
     holder->m_WasIntersection = intersection;
     holder->m_Next = next;
     holder->m_Previous = previous;
-    holder->m_RingIndex = previous->m_RingIndex;
     previous->m_Next = holder;
     next->m_Previous = holder;
     return holder;

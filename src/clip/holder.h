@@ -14,7 +14,6 @@
 namespace geometry
 {
 
-class CRingIndex;
 struct TFoldedRun;
 
 /// Of what isn't an object of a folded outline.
@@ -61,7 +60,6 @@ public:
     CPathObjectBase::SplitPositionList* m_SplitPositions =
         nullptr;                              ///< owned, in the memory of the ring; null until asked
     CPathObjectHolder* m_Neighbour = nullptr; ///< the same intersection on the other ring; not owned
-    CRingIndex* m_RingIndex = nullptr;        ///< answers point questions to the ring; not owned
     TFoldedRun const* m_Run = nullptr; ///< what the holder stands for if that is more than its object, which then is a
                                        ///< segment from the start to the end of it; not owned
     CRingMemory* m_Memory;             ///< of the ring; not owned

@@ -314,9 +314,9 @@ void CDegenerateResolver::InsertBridge()
     for (CPathObjectHolder* const holder : {x, y})
     {
         holder->m_NewVertex = true;
-        if (holder->m_RingIndex != nullptr)
+        if (CRingIndex* const index = holder->m_Memory->GetIndex())
         {
-            holder->m_RingIndex->AddBridge(*holder->GetPathObject());
+            index->AddBridge(*holder->GetPathObject());
         }
     }
     x->m_Neighbour = isCrossed ? b : y;

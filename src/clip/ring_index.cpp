@@ -66,17 +66,10 @@ void CRingIndex::Serve(CPathObjectHolder* ring, CFold* fold)
     m_Questions = 0;
     m_IsWalked = false;
     m_Objects.clear();
-    m_Count = 0;
     m_IsIndexed = false;
     m_Bridges.clear();
     Forget();
-    CPathObjectHolder* holder = ring;
-    do
-    {
-        holder->m_RingIndex = this;
-        ++m_Count;
-        holder = holder->m_Next;
-    } while (holder != ring);
+    ring->m_Memory->SetIndex(this);
 }
 
 void CRingIndex::Shrink()
@@ -124,7 +117,7 @@ bool CRingIndex::MakeIndexIfItPays()
         return false;
     }
     m_Objects.clear();
-    m_Objects.reserve(m_Count);
+    m_Objects.reserve(CountHolders(m_Ring));
     std::size_t arcs = 0;
     CBoundingRect<double> around;
     CPathObjectHolder const* holder = m_Ring;
@@ -198,16 +191,31 @@ bool CRingIndex::IsRangeCrossedOneByOne(TRange const & range, TPoint<double> con
                        [&](std::size_t i)
                        {
                            bool const isIn = i >= range.first && i < range.last;
-                           isOdd = isOdd != (isIn && IsProbeCountOdd(*m_Objects[i], point));
+                           isOdd = isOdd != (isIn && IsCrossedFromBelow(i, point));
                            return i < range.last;
                        });
         return isOdd;
     }
     for (std::size_t i = range.first; i < range.last; ++i)
     {
-        isOdd = isOdd != IsProbeCountOdd(*m_Objects[i], point);
+        isOdd = isOdd != IsCrossedFromBelow(i, point);
     }
     return isOdd;
+}
+
+/// Most of the objects above a point that is near some abscissa aren't the one with that abscissa.
+bool CRingIndex::IsCrossedFromBelow(std::size_t i, TPoint<double> const & point) const
+{
+    CPathObjectBase const & object = *m_Objects[i];
+    if (!IsOutOfWay(object.GetBoundingRect(), point) && m_Before[i].arcs != m_Before[i + 1].arcs)
+    {
+        auto const & arc = static_cast<CPathObjectArc const &>(object);
+        if (!IsNearAbscissa(arc, point.x) && IsClearlyFarther(arc, point, ArcRoom))
+        {
+            return IsClearlyCrossed(arc, point);
+        }
+    }
+    return IsProbeCountOdd(object, point);
 }
 
 bool CRingIndex::PassesArc(std::size_t i, CProbe & probe, bool & isOdd) const
@@ -217,7 +225,8 @@ bool CRingIndex::PassesArc(std::size_t i, CProbe & probe, bool & isOdd) const
         return false;
     }
     auto const & arc = static_cast<CPathObjectArc const &>(*m_Objects[i]);
-    if (!IsClearlyFarther(arc, probe.GetPoint(), LargestTolerance(arc.GetBoundingRect())) || probe.IsNearAbscissa())
+    if (!IsClearlyFarther(arc, probe.GetPoint(), LargestTolerance(arc.GetBoundingRect())) ||
+        (probe.IsNearAbscissa() && IsNearAbscissa(arc, probe.GetPoint().x)))
     {
         return false;
     }
@@ -227,15 +236,15 @@ bool CRingIndex::PassesArc(std::size_t i, CProbe & probe, bool & isOdd) const
 
 void CRingIndex::ExpectQuestions(CPathObjectHolder const* ring)
 {
-    if (ring->m_RingIndex != nullptr)
+    if (CRingIndex* const self = ring->m_Memory->GetIndex())
     {
-        ring->m_RingIndex->m_Questions += QuestionsBeforeIndex;
+        self->m_Questions += QuestionsBeforeIndex;
     }
 }
 
 void CRingIndex::Survey(CPathObjectHolder const* ring, CBoundingRect<double> const & rect)
 {
-    CRingIndex* const self = ring->m_RingIndex;
+    CRingIndex* const self = ring->m_Memory->GetIndex();
     if (self == nullptr || rect.minX > rect.maxX)
     {
         return;
@@ -249,7 +258,7 @@ void CRingIndex::Survey(CPathObjectHolder const* ring, CBoundingRect<double> con
 
 void CRingIndex::Focus(CPathObjectHolder const* ring, CBoundingRect<double> const & rect)
 {
-    CRingIndex* const self = ring->m_RingIndex;
+    CRingIndex* const self = ring->m_Memory->GetIndex();
     if (self == nullptr || !self->m_IsIndexed || rect.minX > rect.maxX)
     {
         return;

@@ -17,7 +17,7 @@
 namespace geometry
 {
 
-/// Serves one ring for one run, from the moment that its objects are cut. The holders know it; bridges that come later
+/// Serves one ring for one run, from the moment that its objects are cut. The memory of the ring knows it; bridges that come later
 /// answer through it, too. A point may lie on a bridge and not on the objects beside it: these begin at its point
 /// within tolerance only.
 class CRingIndex
@@ -40,7 +40,8 @@ public:
     static EPointPosition Locate(CPathObjectHolder const* ring, TPoint<double> const & point, double extraRoom,
                                  Holds const & holds)
     {
-        CFold* const fold = ring->m_RingIndex != nullptr ? ring->m_RingIndex->m_Fold : nullptr;
+        CRingIndex* const index = ring->m_Memory->GetIndex();
+        CFold* const fold = index != nullptr ? index->m_Fold : nullptr;
         bool isOn = false;
         bool isOdd = fold != nullptr && fold->IsProbeCountOdd(point);
         auto const visit = [&](CPathObjectBase const & object)
@@ -49,10 +50,10 @@ public:
             isOdd = isOdd != (!isOn && IsProbeCountOdd(object, point));
             return !isOn;
         };
-        if (ring->m_RingIndex != nullptr && ring->m_RingIndex->FindIndex())
+        if (index != nullptr && index->FindIndex())
         {
-            isOdd = ring->m_RingIndex->Search(point, extraRoom, visit) != isOdd;
-            isOn = isOn || ring->m_RingIndex->IsOnBridge(point, extraRoom, holds);
+            isOdd = index->Search(point, extraRoom, visit) != isOdd;
+            isOn = isOn || index->IsOnBridge(point, extraRoom, holds);
         }
         else
         {
@@ -178,6 +179,7 @@ private:
     void AddAbove(std::vector<TRange> & above, std::size_t first, std::size_t last) const;
     bool AreEndsAside(TRange const & range) const;
     bool IsRangeCrossedOneByOne(TRange const & range, TPoint<double> const & point) const;
+    bool IsCrossedFromBelow(std::size_t i, TPoint<double> const & point) const;
 
     template <typename Visit>
     static void WalkRing(CPathObjectHolder const* ring, Visit const & visit)
@@ -271,7 +273,6 @@ private:
     CPathObjectHolder const* m_Ring = nullptr;
     CFold* m_Fold = nullptr; ///< not owned
     unsigned int m_Questions = 0;
-    std::size_t m_Count = 0;                       ///< of holders, when the service began
     bool m_IsWalked = false;                       ///< all objects are folded, or no question is to come
     std::vector<CPathObjectBase const*> m_Objects; ///< of the ring; not owned
     std::vector<TBefore> m_Before;                 ///< one an object, and one behind the last

@@ -67,10 +67,15 @@ private:
     std::size_t m_Left = FirstSize;
 };
 
+class CRingIndex;
+
 /// The memory of one ring. That of small rings is part of the object.
 class CRingMemory
 {
 public:
+    /// What answers point questions to the ring; not owned, null if there is nothing.
+    CRingIndex* GetIndex() const { return m_Index; }
+    void SetIndex(CRingIndex* index) { m_Index = index; }
     void* TakeForHolder(std::size_t size) { return m_Holders.Take(size); }
     void* TakeForCuts(std::size_t size) { return m_Cuts.Take(size); }
     std::pmr::memory_resource & GetCuts() { return m_Cuts; }
@@ -82,9 +87,11 @@ public:
     {
         m_Cuts.Release();
         m_Holders.Release();
+        m_Index = nullptr;
     }
 
 private:
+    CRingIndex* m_Index = nullptr;
     CMemoryStack<8192> m_Holders;
     CMemoryStack<4096> m_Cuts;
 };

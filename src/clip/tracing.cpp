@@ -179,25 +179,12 @@ bool AreRunsInPlace(CLinkedPathObject const* results, CFold const & fold, bool i
 namespace
 {
 
-bool IsResultRingClosed(CLinkedPathObject const* ring)
+void CleanupElement(CLinkedPathObject & element)
 {
-    CLinkedPathObject const* last = ring;
-    while (last->m_Next != nullptr)
+    bool const isAlone = element.m_Next == nullptr && element.m_Previous == nullptr;
+    if (element.m_Run == nullptr && !element.m_IsBorrowed) // nothing is to be cleaned of one that is
     {
-        last = last->m_Next;
-    }
-    return last->m_PathObject->GetEndPoint() == ring->m_PathObject->GetStartPoint();
-}
-
-void CleanupResultRing(CLinkedPathObject* ring)
-{
-    for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
-    {
-        bool const isAlone = element->m_Next == nullptr && element->m_Previous == nullptr;
-        if (element->m_Run == nullptr && !element->m_IsBorrowed) // nothing is to be cleaned of one that is
-        {
-            element->m_PathObject->Cleanup(isAlone);
-        }
+        element.m_PathObject->Cleanup(isAlone);
     }
 }
 
@@ -205,9 +192,14 @@ void CleanupResultRing(CLinkedPathObject* ring)
 
 bool FinishResultRing(CLinkedPathObject* ring, CRegionProof & proof)
 {
-    bool const isClosed = IsResultRingClosed(ring);
-    proof.Count(ring);
-    CleanupResultRing(ring);
+    TPoint<double> const start = ring->m_PathObject->GetStartPoint();
+    bool isClosed = false;
+    for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
+    {
+        isClosed = element->m_Next == nullptr && element->m_PathObject->GetEndPoint() == start;
+        proof.Count(*element);
+        CleanupElement(*element);
+    }
     return isClosed;
 }
 
@@ -215,7 +207,10 @@ void CleanupResultRings(CLinkedPathObject* results)
 {
     for (CLinkedPathObject* ring = results; ring != nullptr; ring = ring->m_NextRing)
     {
-        CleanupResultRing(ring);
+        for (CLinkedPathObject* element = ring; element != nullptr; element = element->m_Next)
+        {
+            CleanupElement(*element);
+        }
     }
 }
 

@@ -92,20 +92,6 @@ public:
              [](std::size_t, std::size_t) {});
     }
 
-    /// The pieces whose rectangles overlap `rect`, in chain order: one look-up for several searches in it. False if
-    /// there are more than `most`; then the first ones are in `found`.
-    bool FindOverlapping(Rect const & rect, std::size_t most, std::vector<std::size_t> & found) const
-    {
-        found.clear();
-        Search([&](Rect const & r) { return rect.Overlaps(r); },
-               [&](std::size_t i)
-               {
-                   found.push_back(i);
-                   return found.size() <= most;
-               });
-        return found.size() <= most;
-    }
-
     /// Walks the pairs of a piece of this chain and a piece of `other`, in no order that a caller could rely on.
     /// `measure(rect, otherRect)` is a bound of the pairs in two rectangles, which are looked into while
     /// `isWanted(bound, i, j)`, i and j being their first pieces: those of small bounds first. Calls `visit(i, j)` for

@@ -2,6 +2,7 @@
 // a few of them is looked up at once.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <vector>
 
@@ -19,7 +20,23 @@ public:
     explicit CNearbyPieces(CChainIndex const & index) : m_Index(index) {}
 
     /// The searches to come ask for pieces that overlap `around`.
-    void LookUp(CBoundingRect<double> const & around) { m_IsFew = m_Index.FindOverlapping(around, MaxNearby, m_Found); }
+    void LookUp(CBoundingRect<double> const & around)
+    {
+        // plain comparisons with far more room than the tolerance of overlaps
+        auto const roomAt = [](double value) { return 1e-12 * std::fabs(value) + 1e-300; };
+        CBoundingRect<double> const reach(around.minX - roomAt(around.minX), around.minY - roomAt(around.minY),
+                                          around.maxX + roomAt(around.maxX), around.maxY + roomAt(around.maxY));
+        m_Found.clear();
+        m_Index.Search(
+            [&](CBoundingRect<double> const & r)
+            { return !(r.maxX < reach.minX || r.minX > reach.maxX || r.maxY < reach.minY || r.minY > reach.maxY); },
+            [&](std::size_t i)
+            {
+                m_Found.push_back(i);
+                return m_Found.size() <= MaxNearby;
+            });
+        m_IsFew = m_Found.size() <= MaxNearby;
+    }
     /// The searches to come may ask for any piece.
     void LookUpNothing() { m_IsFew = false; }
 
