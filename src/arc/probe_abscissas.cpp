@@ -68,6 +68,21 @@ bool IsMeasuredBeyondRect(CBoundingRect<double> const & rect, Sweep const & swee
            (c.x - r < rect.minX - room && holds(c.x - r, c.y)) || (c.y - r < rect.minY - room && holds(c.x, c.y - r));
 }
 
+/// The ends are 14 degrees apart at least, seen from the centre, so that the arc bulges by more than seven times the
+/// misfits that a steady one may have, and no reading is wrong by more than these.
+bool AreEndsClearlyApart(Sweep const & sweep)
+{
+    double const dot =
+        (sweep.A.x - sweep.C.x) * (sweep.B.x - sweep.C.x) + (sweep.A.y - sweep.C.y) * (sweep.B.y - sweep.C.y);
+    return sweep.r > 1000.0 * LargestMisfit && dot < 0.97 * sweep.r * sweep.r;
+}
+
+/// The arc reaches beyond its rectangle in one of the ways in which it is read.
+bool IsMisread(CBoundingRect<double> const & rect, Sweep const & sweep)
+{
+    return IsMeasuredBeyondRect(rect, sweep) || IsReadBesideRect(rect, sweep) || IsReadPastEnds(rect, sweep);
+}
+
 /// A repair moves the centre and leaves the rectangle.
 bool IsRectOutdated(CBoundingRect<double> const & rect, CBoundingRect<double> const & anew)
 {
@@ -104,7 +119,7 @@ bool IsSteady(CPathObjectArc const & arc, bool isRectCurrent)
     return radius > SmallestRadius * reach && reach + radius < LargestReach && fits(sweep.A) && fits(sweep.B) &&
            TurnOf(arc, sweep) > SmallestTurn * (reach + radius) * (reach + radius) &&
            (isRectCurrent || !IsRectOutdated(rect, CalculateArcBoundingRect(sweep))) &&
-           !IsMeasuredBeyondRect(rect, sweep) && !IsReadBesideRect(rect, sweep) && !IsReadPastEnds(rect, sweep);
+           (AreEndsClearlyApart(sweep) || !IsMisread(rect, sweep));
 }
 
 } // namespace

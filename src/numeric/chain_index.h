@@ -56,30 +56,32 @@ public:
     template <typename Classify, typename Visit, typename Take>
     void Walk(Classify const & classify, Visit const & visit, Take const & take) const
     {
-        std::size_t const count = GetCount();
         std::size_t level = m_Height - 1;
-        for (std::size_t i = 0; i < count;)
+        std::vector<Rect> const* row = &m_Levels[level];
+        for (std::size_t place = 0; place < row->size();)
         {
-            EAction const action = classify(m_Levels[level][i >> (FanOutBits * level)]);
-            std::size_t const end = std::min(i + (std::size_t{1} << (FanOutBits * level)), count);
+            EAction const action = classify((*row)[place]);
             if (action == EAction::eOpen && level > 0)
             {
-                --level;
+                row = &m_Levels[--level];
+                place <<= FanOutBits;
                 continue;
             }
-            if (action == EAction::eOpen && !visit(i))
+            if (action == EAction::eOpen && !visit(place))
             {
                 return;
             }
             if (action == EAction::eTake)
             {
-                take(i, end);
+                std::size_t const shift = FanOutBits * level;
+                take(place << shift, std::min((place + 1) << shift, GetCount()));
             }
-            i = end;
+            ++place;
             // up again to the largest node that begins here
-            while (level + 1 < m_Height && (i & ((std::size_t{1} << (FanOutBits * (level + 1))) - 1)) == 0)
+            while (place % FanOut == 0 && level + 1 < m_Height)
             {
-                ++level;
+                row = &m_Levels[++level];
+                place >>= FanOutBits;
             }
         }
     }
