@@ -15,6 +15,7 @@
 #include <stdexcept>
 
 #include <malloc.h>
+#include <sched.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -52,6 +53,15 @@ Answer RunApart(Run const & run)
     return answer;
 }
 
+/// Keeps this process on the processor that it is on: there, whoever starts a thread for each starts none.
+void StayOnThisProcessor()
+{
+    cpu_set_t one;
+    CPU_ZERO(&one);
+    CPU_SET(sched_getcpu(), &one);
+    if (sched_setaffinity(0, sizeof one, &one) != 0) throw std::runtime_error("the processor can't be chosen");
+}
+
 /// truearc or another library, with one workload.
 struct CContestant
 {
@@ -59,12 +69,18 @@ struct CContestant
     double ratio = 0.0;
     bench::EArcs arcs = bench::EArcs::eKept;
     CRun run = {};
+    bool isOneThread = true;
     std::vector<double> milliseconds = {};
     double value = 0.0;
 
     void RunOnce()
     {
-        COutcome const outcome = RunApart<COutcome>(run);
+        COutcome const outcome = RunApart<COutcome>(
+            [this]
+            {
+                if (isOneThread) StayOnThisProcessor();
+                return run();
+            });
         milliseconds.push_back(outcome.milliseconds);
         value = outcome.value;
     }
@@ -95,13 +111,14 @@ void Compete(std::vector<CContestant> & contestants)
 std::vector<CContestant> MakeContestants(bench::CSeries const & series, bench::CWorkload const & workload)
 {
     std::vector<CContestant> contestants;
-    contestants.push_back({.run = [&workload] { return bench::Run(workload); }});
+    bool const isOneThread = workload.workers == 1;
+    contestants.push_back({.run = [&workload] { return bench::Run(workload); }, .isOneThread = isOneThread});
     for (auto const & rival : series.rivals)
     {
         for (auto const & peer : bench::GetPeers())
         {
             if (peer.name != rival.name) continue;
-            contestants.push_back({rival.name, rival.ratio, peer.arcs, peer.prepare(workload, peer.arcs)});
+            contestants.push_back({rival.name, rival.ratio, peer.arcs, peer.prepare(workload, peer.arcs), isOneThread});
         }
     }
     return contestants;

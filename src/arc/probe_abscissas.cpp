@@ -13,7 +13,6 @@ namespace geometry
 namespace
 {
 
-constexpr std::size_t FewIntervals = 16;
 constexpr double LargestReach = 1e15;
 constexpr double SmallestTurn = 1e-14; // as a part of a square
 
@@ -168,84 +167,6 @@ bool IsNearAbscissa(CPathObjectArc const & arc, double x)
     bool isNear = false;
     ForEachAbscissa(arc, [&](double low, double high) { isNear = isNear || !(x < low || x > high); });
     return isNear;
-}
-
-void CProbeAbscissas::Add(CPathObjectArc const & arc)
-{
-    if (m_Intervals.empty())
-    {
-        m_Intervals.reserve(FewIntervals);
-    }
-    ForEachAbscissa(arc,
-                    [&](double low, double high)
-                    {
-                        m_Intervals.push_back({low, high});
-                        m_Low = std::min(m_Low, low);
-                        m_High = std::max(m_High, high);
-                    });
-}
-
-void CProbeAbscissas::Clear()
-{
-    m_Intervals.clear();
-    m_Cells.clear();
-    m_Low = DBL_MAX;
-    m_High = -DBL_MAX;
-}
-
-std::size_t CProbeAbscissas::CellOf(double x) const
-{
-    return std::min(static_cast<std::size_t>((x - m_Low) * m_CellsPerUnit), m_Cells.size() - 2);
-}
-
-/// The intervals are put into cells by their lower ends. Those of earlier cells begin at lower abscissas.
-void CProbeAbscissas::Prepare()
-{
-    if (m_Intervals.size() <= FewIntervals)
-    {
-        return;
-    }
-    std::size_t const count = m_Intervals.size() / IntervalsInCell + 1;
-    m_Cells.assign(count + 1, TCell());
-    m_CellsPerUnit = static_cast<double>(count) / (m_High - m_Low);
-    for (TInterval const & interval : m_Intervals)
-    {
-        TCell & next = m_Cells[CellOf(interval.low) + 1];
-        ++next.first;
-        next.highestBefore = std::max(next.highestBefore, interval.high);
-    }
-    for (std::size_t i = 1; i <= count; ++i)
-    {
-        m_Cells[i].first += m_Cells[i - 1].first;
-        m_Cells[i].highestBefore = std::max(m_Cells[i].highestBefore, m_Cells[i - 1].highestBefore);
-    }
-    m_Sorted.resize(m_Intervals.size());
-    for (TInterval const & interval : m_Intervals)
-    {
-        m_Sorted[m_Cells[CellOf(interval.low)].first++] = interval;
-    }
-    m_Intervals.swap(m_Sorted);
-    for (std::size_t i = count; i > 0; --i) // each has moved on to where the next one begins
-    {
-        m_Cells[i].first = m_Cells[i - 1].first;
-    }
-    m_Cells[0].first = 0;
-}
-
-bool CProbeAbscissas::IsNear(double x) const
-{
-    if (!(m_Low <= x && x <= m_High))
-    {
-        return false;
-    }
-    auto const isIn = [x](TInterval const & interval) { return interval.low <= x && x <= interval.high; };
-    if (m_Cells.empty())
-    {
-        return std::any_of(m_Intervals.begin(), m_Intervals.end(), isIn);
-    }
-    TCell const* const cell = &m_Cells[CellOf(x)];
-    return x <= cell[0].highestBefore ||
-           std::any_of(m_Intervals.data() + cell[0].first, m_Intervals.data() + cell[1].first, isIn);
 }
 
 void CAbscissaField::Reset(double low, double high, std::size_t most)

@@ -36,53 +36,21 @@ constexpr double LargestMisfit = 0.01;
 /// The radius of a steady arc is above this part of the coordinates of the centre.
 constexpr double SmallestRadius = 1e-6;
 
-/// `x` is near one of the abscissas of the arc, which must be as for `CProbeAbscissas`.
+/// `x` is near one of the abscissas of the arc, which must be as for `CAbscissaField`.
 bool IsNearAbscissa(CPathObjectArc const & arc, double x);
 
 /// The abscissas of arcs near which rounding decides: those of their ends and of the left and right end of their
 /// circles. Anywhere else the ray upward from a point below the arc crosses it an odd number of times if its ends lie
 /// on different sides, and else an even number of times, as any curve, and the computation comes to the same.
-class CProbeAbscissas
-{
-public:
-    /// `arc` must be steady, and no full circle.
-    void Add(CPathObjectArc const & arc);
-    void Clear();
-    /// To be called after the last `Add` and before the first question.
-    void Prepare();
-    bool IsNear(double x) const;
-
-private:
-    struct TInterval
-    {
-        double low;
-        double high;
-    };
-    /// Of equal width. One more stands behind the last, for where its intervals end.
-    struct TCell
-    {
-        std::size_t first = 0;           ///< of the intervals that begin in it
-        double highestBefore = -DBL_MAX; ///< of those that begin in earlier ones
-    };
-    static constexpr std::size_t IntervalsInCell = 1;
-
-    std::size_t CellOf(double x) const;
-
-    std::vector<TInterval> m_Intervals; ///< once prepared, by cells
-    std::vector<TInterval> m_Sorted;    ///< on the way
-    std::vector<TCell> m_Cells;         ///< none if there are few intervals
-    double m_Low = DBL_MAX;             ///< of all intervals
-    double m_High = -DBL_MAX;
-    double m_CellsPerUnit = 0.0;
-};
-
-/// The same for very many arcs and less sharply: a bit for each of many cells, set where an abscissa is near. There are
-/// so many that a few of a hundred are set, unless arcs are so short or so flat that rounding decides nearly everywhere.
+///
+/// A bit for each of many cells, set where an abscissa is near. There are so many that a few of a hundred are set,
+/// unless arcs are so short or so flat that rounding decides nearly everywhere.
 class CAbscissaField
 {
 public:
     /// For up to `most` arcs between `low` and `high`.
     void Reset(double low, double high, std::size_t most);
+    /// `arc` must be steady.
     void Add(CPathObjectArc const & arc);
     /// True if `x` is near an abscissa, and now and then elsewhere.
     bool MayBeNear(double x) const

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory_resource>
 #include <vector>
 
 #include "clip/holder.h"
@@ -12,8 +13,12 @@ namespace geometry
 class CCandidates
 {
 public:
-    /// `fromFront`: of several waiting holders at one point the first one is taken, else the last one.
-    explicit CCandidates(bool fromFront) : m_FromFront(fromFront) {}
+    /// `fromFront`: of several waiting holders at one point the first one is taken, else the last one. `memory`: for
+    /// what it notes.
+    CCandidates(bool fromFront, std::pmr::memory_resource & memory)
+        : m_FromFront(fromFront), m_Waiting(&memory), m_Buckets(&memory)
+    {
+    }
 
     /// Holders come in ring order, all of them before the first call of `Pair`.
     void Add(CPathObjectHolder* holder);
@@ -35,8 +40,9 @@ private:
     std::uint32_t* FindIn(std::uint64_t cellX, std::uint64_t cellY, TPoint<double> const & point);
 
     bool m_FromFront;
-    std::vector<TWaiting> m_Waiting;      ///< in ring order
-    std::vector<std::uint32_t> m_Buckets; ///< the first to be taken of each, by the cell of the start point; or `None`
+    std::pmr::vector<TWaiting> m_Waiting; ///< in ring order
+    std::pmr::vector<std::uint32_t>
+        m_Buckets; ///< the first to be taken of each, by the cell of the start point; or `None`
     unsigned int m_HashShift = 0;
 };
 

@@ -66,13 +66,22 @@ void CPolygonClipGreinerHormannBased<T>::DeleteRings()
 }
 
 template <typename T>
+void CPolygonClipGreinerHormannBased<T>::ReleaseFold()
+{
+    if (m_Fold != nullptr)
+    {
+        m_SpareFold = std::move(m_Fold);
+    }
+}
+
+template <typename T>
 void CPolygonClipGreinerHormannBased<T>::Clear()
 {
     delete m_Results;
     m_Results = nullptr;
     DeleteRings();
     m_ResultMemory.Release();
-    m_Fold.reset();
+    ReleaseFold();
     m_Source = nullptr;
 }
 

@@ -56,6 +56,7 @@ protected:
     void ReadFolded(CPolygon const & first, TPoint<double> const* shift);
     /// They have done their service, and what they leave serves the results.
     void DeleteRings();
+    void ReleaseFold();
 
     CRingMemory m_SubjectMemory;                ///< of that ring
     CRingMemory m_ClipMemory;                   ///< the same
@@ -67,6 +68,7 @@ protected:
     CBoundingRect<double> m_SubjectRect;        ///< around what was read into the subject ring
     CBoundingRect<double> m_ClipRect;           ///< around what was read into the clip ring
     std::unique_ptr<CFold> m_Fold;              ///< of the subject; null in a plain run
+    std::unique_ptr<CFold> m_SpareFold;         ///< leaves its memory to the next one; may be null
     CPolygon* m_Source = nullptr;               ///< of the objects of its runs, which the results take; not owned
     TSpareOutline m_Spare;                      ///< of the outline that was folded last
 };

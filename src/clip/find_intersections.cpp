@@ -42,16 +42,16 @@ bool IsPolyline(CPathObjectHolder const* holder)
     return holder->GetPathObject()->CanAppendVertex();
 }
 
-std::vector<CPathObjectHolder*> HoldersOf(CPathObjectHolder* ring)
+std::pmr::vector<CPathObjectHolder*> HoldersOf(CPathObjectHolder* ring, std::pmr::memory_resource & memory)
 {
-    std::vector<CPathObjectHolder*> holders;
+    std::pmr::vector<CPathObjectHolder*> holders(&memory);
     holders.reserve(CountHolders(ring));
     ForEachHolder(ring, [&](CPathObjectHolder* holder) { holders.push_back(holder); });
     return holders;
 }
 
 /// Over the rectangles of the objects; null where it doesn't pay, or where a rectangle isn't a proper one.
-std::unique_ptr<CChainIndex> MakeIndex(std::vector<CPathObjectHolder*> const & holders, std::size_t pairs)
+std::unique_ptr<CChainIndex> MakeIndex(std::pmr::vector<CPathObjectHolder*> const & holders, std::size_t pairs)
 {
     if (!IsIndexUsed(pairs >= MinPairsForIndex))
     {
@@ -104,7 +104,8 @@ void LookUpBlock(CPathObjectHolder const* first, CNearbyPieces & nearby)
 
 bool NoteCuts(CPathObjectHolder* subject, CPathObjectHolder* clip)
 {
-    std::vector<CPathObjectHolder*> const others = HoldersOf(clip);
+    CStackBuffer<512> buffer;
+    std::pmr::vector<CPathObjectHolder*> const others = HoldersOf(clip, buffer);
     CSplitEntryFinder const finder;
     std::unique_ptr<CChainIndex> const index = MakeIndex(others, others.size() * CountHolders(subject));
     std::optional<CNearbyPieces> nearby;
@@ -260,7 +261,8 @@ EIntersectionOutcome FindAndSplitIntersections(CPathObjectHolder* subject, CPath
     bool const allTouched = NoteCuts(subject, clip);
     bool hasIntersection = false;
     TPieces pieces;
-    CCandidates candidates(sameWinding);
+    CStackBuffer<1024> buffer;
+    CCandidates candidates(sameWinding, buffer);
     ForEachHolder(
         subject, [&](CPathObjectHolder* holder)
         { hasIntersection |= CutObject(holder, pieces, [&](CPathObjectHolder* placed) { candidates.Add(placed); }); });

@@ -32,7 +32,8 @@ bool CFold::MayFold(CPolygon const & polygon)
     return IsIndexUsed(count >= MinFoldedCount) && count > 2 * Neighbours;
 }
 
-std::unique_ptr<CFold> CFold::Make(CPolygon const & polygon, CPolygon const & other, TPoint<double> const* shift)
+std::unique_ptr<CFold> CFold::Make(CPolygon const & polygon, CPolygon const & other, TPoint<double> const* shift,
+                                   std::unique_ptr<CFold> & spare)
 {
     auto const & otherOutline = other.GetOutline();
     if (!MayFold(polygon) || !CPolygonInternals::HasFacts(polygon) || !IsInReach(polygon.GetBoundingRect()) ||
@@ -40,10 +41,11 @@ std::unique_ptr<CFold> CFold::Make(CPolygon const & polygon, CPolygon const & ot
     {
         return nullptr;
     }
-    std::unique_ptr<CFold> fold(new CFold(polygon, shift != nullptr));
+    std::unique_ptr<CFold> fold = spare != nullptr ? std::move(spare) : std::unique_ptr<CFold>(new CFold);
+    fold->Begin(polygon, shift != nullptr);
     fold->SetWindow(other.GetBoundingRect(), shift != nullptr ? *shift : TPoint<double>());
     fold->FindRuns();
-    fold->m_Abscissas.Prepare();
+    fold->NoteAbscissas();
     std::size_t count = 0;
     for (TFoldedRun const & run : fold->m_Runs)
     {
@@ -51,14 +53,29 @@ std::unique_ptr<CFold> CFold::Make(CPolygon const & polygon, CPolygon const & ot
     }
     // the cancellation of infinities isn't thought through: such outlines go the plain way
     bool const isWorthIt = count > 0 && IsIndexUsed(count >= MinFoldedCount / 2) && std::isfinite(fold->m_RunLength);
-    return isWorthIt ? std::move(fold) : nullptr;
+    if (!isWorthIt)
+    {
+        spare = std::move(fold);
+    }
+    return fold;
+}
+
+void CFold::Begin(CPolygon const & polygon, bool isShifted)
+{
+    m_Polygon = &polygon;
+    m_IsShifted = isShifted;
+    m_Runs.clear();
+    m_Above.clear();
+    m_RunLength = 0.0;
+    m_RestLength = 0.0;
+    m_HasFailed = false;
 }
 
 void CFold::SetWindow(CBoundingRect<double> other, TPoint<double> const & shift)
 {
     other.maxX += shift.x; // shifts go up and to the right
     other.maxY += shift.y;
-    double const room = RoomFor(m_Polygon.GetBoundingRect(), other);
+    double const room = RoomFor(m_Polygon->GetBoundingRect(), other);
     m_Window = other;
     m_Window.Inflate(0.5 * room);
     m_Reach = other;
@@ -72,7 +89,12 @@ namespace
 class CKeptRanges
 {
 public:
-    explicit CKeptRanges(std::size_t count) : m_Count(count) { m_Ranges.reserve(FewRanges); }
+    /// `ranges`: memory for them.
+    CKeptRanges(std::size_t count, std::vector<std::pair<std::size_t, std::size_t>> & ranges)
+        : m_Count(count), m_Ranges(ranges)
+    {
+        m_Ranges.clear();
+    }
 
     /// The objects from `before` ones before `index` to `behind` ones behind it, round the outline.
     void Keep(std::size_t index, std::size_t before, std::size_t behind)
@@ -122,20 +144,18 @@ private:
         }
     }
 
-    static constexpr std::size_t FewRanges = 8;
-
     std::size_t m_Count;
-    std::vector<std::pair<std::size_t, std::size_t>> m_Ranges;
+    std::vector<std::pair<std::size_t, std::size_t>> & m_Ranges;
 };
 
 } // namespace
 
 void CFold::FindRuns()
 {
-    auto const & outline = m_Polygon.GetOutline();
-    COutlineFacts const & facts = CPolygonInternals::FactsOf(m_Polygon);
+    auto const & outline = m_Polygon->GetOutline();
+    COutlineFacts const & facts = CPolygonInternals::FactsOf(*m_Polygon);
     std::size_t const n = outline.size();
-    CKeptRanges kept(n);
+    CKeptRanges kept(n, m_Kept);
     auto const mayBeNear = [&](auto const & f)
     { return !IsApart(f.rect, m_Reach) || !f.isSteady || (m_IsShifted && !f.isFirm); };
     facts.Walk(
@@ -170,23 +190,24 @@ void CFold::FindRuns()
 /// False if an object bears a user info.
 bool CFold::KeepRange(std::size_t first, std::size_t last)
 {
-    auto const & outline = m_Polygon.GetOutline();
+    auto const & outline = m_Polygon->GetOutline();
     bool isPlain = true;
-    CPolygonInternals::FactsOf(m_Polygon).Walk(
-        first, last, [](TFactsSum const &) { return true; },
-        [&](std::size_t i, TObjectFacts const & facts)
-        {
-            isPlain = facts.length > 0.0 || !BearsUserInfo(outline[i]);
-            m_RestLength += facts.length > 0.0 ? facts.length : outline[i]->CalculateLength();
-            return isPlain;
-        });
+    CPolygonInternals::FactsOf(*m_Polygon)
+        .Walk(
+            first, last, [](TFactsSum const &) { return true; },
+            [&](std::size_t i, TObjectFacts const & facts)
+            {
+                isPlain = facts.length > 0.0 || !BearsUserInfo(outline[i]);
+                m_RestLength += facts.length > 0.0 ? facts.length : outline[i]->CalculateLength();
+                return isPlain;
+            });
     return isPlain;
 }
 
 /// Moved by nothing, an object gets its radius, rectangle and direction anew: the direction must come out the same.
 bool CFold::StaysItself(std::size_t index) const
 {
-    CPathObjectBase const & object = *m_Polygon.GetOutline()[index];
+    CPathObjectBase const & object = *m_Polygon->GetOutline()[index];
     if (object.CanAppendVertex())
     {
         return true;
@@ -202,7 +223,7 @@ void CFold::AddRun(std::size_t first, std::size_t last)
     {
         return;
     }
-    COutlineFacts const & facts = CPolygonInternals::FactsOf(m_Polygon);
+    COutlineFacts const & facts = CPolygonInternals::FactsOf(*m_Polygon);
     TFactsSum const sum = facts.Sum(first, last);
     TFoldedRun run{first, last, sum.rect, sum.area, sum.length, sum.hasArc};
     if (m_IsShifted && !sum.isFirm)
@@ -210,7 +231,7 @@ void CFold::AddRun(std::size_t first, std::size_t last)
         run.rect.Reset();
         for (std::size_t i = first; i < last; ++i)
         {
-            std::unique_ptr<CPathObjectBase> const moved(m_Polygon.GetOutline()[i]->Clone());
+            std::unique_ptr<CPathObjectBase> const moved(m_Polygon->GetOutline()[i]->Clone());
             moved->Translate(0.0, 0.0);
             run.rect.Include(moved->GetBoundingRect());
         }
@@ -235,7 +256,7 @@ void CFold::AddRun(std::size_t first, std::size_t last)
 
 void CFold::AddAbove(std::size_t index)
 {
-    CPathObjectBase const & object = *m_Polygon.GetOutline()[index];
+    CPathObjectBase const & object = *m_Polygon->GetOutline()[index];
     double const startX = object.GetStartPoint().x;
     double const endX = object.GetEndPoint().x;
     bool const goesOn = !m_Above.empty() && m_Above.back().last == index && m_Above.back().endX == startX;
@@ -248,10 +269,29 @@ void CFold::AddAbove(std::size_t index)
     {
         m_Above.push_back({index, index + 1, startX, endX});
     }
-    if (!object.CanAppendVertex())
+}
+
+/// Of the arcs above. Those beside the window count at its borders.
+void CFold::NoteAbscissas()
+{
+    auto const & outline = m_Polygon->GetOutline();
+    auto const forEachArc = [&](auto const & visit)
     {
-        m_Abscissas.Add(static_cast<CPathObjectArc const &>(object));
-    }
+        for (TRangeAbove const & range : m_Above)
+        {
+            for (std::size_t i = range.first; i < range.last; ++i)
+            {
+                if (!outline[i]->CanAppendVertex())
+                {
+                    visit(static_cast<CPathObjectArc const &>(*outline[i]));
+                }
+            }
+        }
+    };
+    std::size_t count = 0;
+    forEachArc([&](CPathObjectArc const &) { ++count; });
+    m_Abscissas.Reset(m_Window.minX, m_Window.maxX, count);
+    forEachArc([&](CPathObjectArc const & arc) { m_Abscissas.Add(arc); });
 }
 
 bool CFold::IsProbeCountOdd(TPoint<double> const & point)
@@ -261,7 +301,7 @@ bool CFold::IsProbeCountOdd(TPoint<double> const & point)
         Fail();
         return false;
     }
-    bool const isNear = m_Abscissas.IsNear(point.x);
+    bool const isNear = m_Abscissas.MayBeNear(point.x);
     bool isOdd = false;
     for (TRangeAbove const & range : m_Above)
     {
@@ -272,7 +312,7 @@ bool CFold::IsProbeCountOdd(TPoint<double> const & point)
         }
         for (std::size_t i = range.first; i < range.last; ++i)
         {
-            isOdd = isOdd != geometry::IsProbeCountOdd(*m_Polygon.GetOutline()[i], point);
+            isOdd = isOdd != geometry::IsProbeCountOdd(*m_Polygon->GetOutline()[i], point);
         }
     }
     return isOdd;

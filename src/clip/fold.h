@@ -5,6 +5,7 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include <geometry/polygon/polygon.h>
@@ -38,11 +39,12 @@ class CFold
 public:
     /// The outline of `polygon` folded for a clip with `other`, moved by `shift` or, with a null, as it is; null if
     /// that doesn't pay, or no facts of its outline are kept. `polygon` must outlive it. Facts of the outline of
-    /// `polygon` may serve.
+    /// `polygon` may serve. `spare`: a fold of no use any more, or null; a new one takes its place and its memory.
     static bool MayFold(CPolygon const & polygon);
-    static std::unique_ptr<CFold> Make(CPolygon const & polygon, CPolygon const & other, TPoint<double> const* shift);
+    static std::unique_ptr<CFold> Make(CPolygon const & polygon, CPolygon const & other, TPoint<double> const* shift,
+                                       std::unique_ptr<CFold> & spare);
 
-    CPolygon const & GetPolygon() const { return m_Polygon; }
+    CPolygon const & GetPolygon() const { return *m_Polygon; }
     /// The objects of the runs are to be moved by nothing, as the others are.
     bool IsShifted() const { return m_IsShifted; }
     std::vector<TFoldedRun> const & GetRuns() const { return m_Runs; }
@@ -73,21 +75,24 @@ private:
         double startX;
         double endX;
     };
-    CFold(CPolygon const & polygon, bool isShifted) : m_Polygon(polygon), m_IsShifted(isShifted) {}
+    CFold() = default;
+    void Begin(CPolygon const & polygon, bool isShifted);
     void SetWindow(CBoundingRect<double> other, TPoint<double> const & shift);
     bool StaysItself(std::size_t index) const;
     void FindRuns();
     bool KeepRange(std::size_t first, std::size_t last);
     void AddRun(std::size_t first, std::size_t last);
     void AddAbove(std::size_t index);
+    void NoteAbscissas();
 
-    CPolygon const & m_Polygon;
-    bool m_IsShifted;
+    CPolygon const* m_Polygon = nullptr; ///< not owned
+    bool m_IsShifted = false;
     std::vector<TFoldedRun> m_Runs; ///< in path order
     CBoundingRect<double> m_Window; ///< around the other outline
     CBoundingRect<double> m_Reach;  ///< around the window: what overlaps it isn't far
     std::vector<TRangeAbove> m_Above;
-    CProbeAbscissas m_Abscissas; ///< of the arcs above
+    CAbscissaField m_Abscissas;                              ///< of the arcs above
+    std::vector<std::pair<std::size_t, std::size_t>> m_Kept; ///< on the way: ranges of objects to be looked at
     double m_RunLength = 0.0;
     double m_RestLength = 0.0;
     bool m_HasFailed = false;

@@ -144,7 +144,7 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipGreinerHormannBased<T>::Ru
         TPoint<double> const shift = attempt > 0 ? ShiftOfAttempt(first.GetBoundingRect(), attempt) : TPoint<double>();
         TPoint<double> const* const shiftIfAny = attempt > 0 ? &shift : nullptr;
         Clear();
-        m_Fold = CFold::Make(second, first, shiftIfAny);
+        m_Fold = CFold::Make(second, first, shiftIfAny, m_SpareFold);
         if (m_Fold == nullptr)
         {
             break;
@@ -308,7 +308,7 @@ public:
         outline.swap(m_Spare.objects);
         if (outline.capacity() < count)
         {
-            outline.reserve(count + count / 8);
+            outline.reserve(count + count / 2);
         }
         return outline;
     }
@@ -542,7 +542,7 @@ void CPolygonClipGreinerHormannBased<T>::TakeResultPolygons(std::vector<CPolygon
     {
         take(TakePlainRing);
     }
-    m_Fold.reset();
+    ReleaseFold();
     m_Source = nullptr;
     delete m_Results;
     m_Results = nullptr;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <memory_resource>
 #include <vector>
@@ -69,6 +70,44 @@ private:
 
 class CRingIndex;
 
+/// Memory for a few arrays that mostly are short: on the stack as long as they fit, else of the heap.
+template <std::size_t Size>
+class CStackBuffer final : public std::pmr::memory_resource
+{
+public:
+    CStackBuffer() = default;
+    CStackBuffer(CStackBuffer const &) = delete;
+    CStackBuffer & operator=(CStackBuffer const &) = delete;
+
+private:
+    bool IsMine(void const* place) const
+    {
+        std::less<void const*> const isBefore;
+        return !isBefore(place, m_Bytes.data()) && isBefore(place, m_Bytes.data() + Size);
+    }
+    void* do_allocate(std::size_t size, std::size_t alignment) override
+    {
+        std::size_t const begin = (m_Used + alignment - 1) / alignment * alignment;
+        if (alignment > alignof(double) || begin > Size || size > Size - begin)
+        {
+            return std::pmr::new_delete_resource()->allocate(size, alignment);
+        }
+        m_Used = begin + size;
+        return m_Bytes.data() + begin;
+    }
+    void do_deallocate(void* place, std::size_t size, std::size_t alignment) override
+    {
+        if (!IsMine(place))
+        {
+            std::pmr::new_delete_resource()->deallocate(place, size, alignment);
+        }
+    }
+    bool do_is_equal(std::pmr::memory_resource const & other) const noexcept override { return this == &other; }
+
+    alignas(double) std::array<std::byte, Size> m_Bytes;
+    std::size_t m_Used = 0;
+};
+
 /// The memory of one ring. That of small rings is part of the object.
 class CRingMemory
 {
@@ -97,6 +136,6 @@ private:
 };
 
 /// That of the elements of all result rings of a clip.
-using CResultMemory = CMemoryStack<1024>;
+using CResultMemory = CMemoryStack<4096>;
 
 } // namespace geometry

@@ -115,9 +115,7 @@ TEST(ArcShortcuts, PointsAreClearlyFarAndCrossedAsComputed)
         CBoundingRect<double> around = arc.GetBoundingRect();
         around.Inflate(0.12);
         ASSERT_TRUE(isTooSteep || around.ContainsPoint(p.x, p.y) || !arc.IsPointOnPath(p.x, p.y)) << i;
-        CProbeAbscissas abscissas;
-        abscissas.Add(arc), abscissas.Prepare();
-        if (abscissas.IsNear(p.x)) continue;
+        if (IsNearAbscissa(arc, p.x)) continue;
         bool const isOdd = (arc.IntersectWithVerticalProbeLine(p) & 1U) != 0;
         if (IsClearlyFarther(arc, p, 0.11))
         {
@@ -138,22 +136,20 @@ TEST(ArcShortcuts, PointsAreClearlyFarAndCrossedAsComputed)
 TEST(ArcShortcuts, AbscissasOfManyAreThoseOfEach)
 {
     CRandom random(43);
-    CProbeAbscissas all;
     CAbscissaField field;
     field.Reset(-150, 150, 200); // what is beyond counts at the end
-    std::vector<CProbeAbscissas> each(200);
-    for (CProbeAbscissas & one : each)
+    std::vector<CPathObjectArc> arcs;
+    for (int i = 0; i < 200; ++i)
     {
-        CPathObjectArc const arc = random.Arc().ToArc(true);
-        one.Add(arc), one.Prepare(), all.Add(arc), field.Add(arc);
+        arcs.push_back(random.Arc().ToArc(true));
+        field.Add(arcs.back());
     }
-    all.Prepare();
     int passed = 0, told = 0;
     for (int i = 0; i < 20000; ++i)
     {
         double const x = random.In(-210, 210);
-        bool const isNear = std::any_of(each.begin(), each.end(), [x](auto const & one) { return one.IsNear(x); });
-        ASSERT_EQ(isNear, all.IsNear(x)) << x;
+        bool const isNear =
+            std::any_of(arcs.begin(), arcs.end(), [x](auto const & arc) { return IsNearAbscissa(arc, x); });
         ASSERT_TRUE(!isNear || field.MayBeNear(x)) << x;
         passed += !isNear, told += !field.MayBeNear(x);
     }
