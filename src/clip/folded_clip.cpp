@@ -4,6 +4,7 @@
 
 #include "clip/attempts.h"
 #include "clip/clipper.h"
+#include "path/polyline_internals.h"
 #include "polygon/area.h"
 #include "polygon/outline_builder.h"
 #include "polygon/outline_facts.h"
@@ -37,13 +38,6 @@ bool AddObject(CPathObjectBase const* object, AddPathHelper & helper, TPoint<dou
         helper.AddPathObject(object);
     }
     return true;
-}
-
-/// A segment stands for a run where its ends are asked for.
-void AddRun(TFoldedRun const & run, CPolygon::PathObjects const & outline, AddPathHelper & helper)
-{
-    CPathObjectPolyline const ends(outline[run.first]->GetStartPoint(), outline[run.last - 1]->GetEndPoint());
-    helper.AddPathObject(&ends, 0.0, 0.0, false);
 }
 
 /// A polygon accepts all valid objects of the ring as they are.
@@ -98,13 +92,19 @@ void CPolygonClipGreinerHormannBased<T>::ReadFolded(CPolygon const & first, TPoi
         bool const isRun = run != m_Fold->GetRuns().end() && run->first == i;
         if (isRun)
         {
-            AddRun(*run, outline, *subjectHelper);
+            subjectHelper->AddPathObject(outline[i]); // it lies in the rectangle of the run
             m_SubjectRect.Include(run->rect);
         }
         if (isRun || AddObject(outline[i], *subjectHelper, shift != nullptr ? &nowhere : nullptr))
         {
             last = last != nullptr ? last->m_Next : m_SubjectRing;
-            last->m_Run = isRun ? &*run : nullptr;
+            if (isRun)
+            {
+                // a segment stands for a run where its ends are asked for
+                last->TakeObject(new (m_SubjectMemory.GetPieces()) CBorrowingPolyline(
+                    outline[i]->GetStartPoint(), outline[run->last - 1]->GetEndPoint()));
+                last->m_Run = &*run;
+            }
             last->m_Place = static_cast<std::uint32_t>(std::min<std::size_t>(i, NoPlace));
         }
         i = isRun ? run++->last : i + 1;

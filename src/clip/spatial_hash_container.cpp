@@ -25,6 +25,7 @@ namespace
 
 constexpr std::int64_t LargeExtentProduct = 10000; // above it, an object is large and a pass too long to walk
 constexpr std::int64_t WideQueryCellCount = 1000;  // from here on, a query finds duplicates with a set
+constexpr std::size_t FewEntries = 4;              // of a cell, for a start
 constexpr std::size_t CrowdedEntryCount = 64;      // from here on, a cell has an index
 constexpr std::size_t FewObjectCount = 11;         // below it, a wide query walks no cells
 
@@ -281,6 +282,10 @@ void CSpatialHashContainer<T, Calculator>::EnterInCells(TGrid & grid, T* object,
     for (auto id = pass.GetNextCellId(); id != Calculator::EndOfCells; id = pass.GetNextCellId())
     {
         TCell & cell = map[id];
+        if (cell.entries.empty())
+        {
+            cell.entries.reserve(FewEntries);
+        }
         cell.entries.push_back({pass.GetRect(), object});
         cell.index.reset();
     }

@@ -260,13 +260,12 @@ void AppendHolderToResultRing(CPathObjectHolder* holder, std::unique_ptr<CLinked
         }
         return;
     }
-    PutBeforeResultRing(TakenObject(holder->GetPathObject()->Clone()), ring, memory);
+    TPoint<double> const & start = holder->GetStartPoint();
+    TPoint<double> const & end = holder->GetPathObject()->GetEndPoint();
+    PutBeforeResultRing(TakenObject(new (memory) CBorrowingPolyline(reverse ? end : start, reverse ? start : end)),
+                        ring, memory);
     ring->m_Run = holder->m_Run;
     ring->m_IsReversed = reverse;
-    if (reverse)
-    {
-        ring->m_PathObject->Reverse();
-    }
 }
 
 /// How many holders the objects of `holder` would be, one each.

@@ -15,6 +15,7 @@ namespace geometry
 class CBorrowingPolyline final : public CPathObjectPolyline
 {
 public:
+    using CPathObjectPolyline::CPathObjectPolyline;
     static void* operator new(std::size_t size, std::pmr::memory_resource & memory) { return memory.allocate(size); }
     static void operator delete(void*, std::pmr::memory_resource &) {}
     static void operator delete(void*) {}

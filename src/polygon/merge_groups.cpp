@@ -44,9 +44,12 @@ void VisitComponent(Helper & root, PolygonVector & group)
 
 void CreateOverlapVectors(GroupingHash & hash, std::vector<PolygonVector> & groups)
 {
+    std::vector<Helper*> found;
     for (Helper* helper : hash.GetObjects())
     {
-        hash.GetObjectsInRect(helper->GetBoundingRect(), helper->overlaps);
+        found.clear();
+        hash.GetObjectsInRect(helper->GetBoundingRect(), found);
+        helper->overlaps = found;
     }
     for (Helper* helper : hash.GetObjects())
     {
