@@ -27,6 +27,8 @@ public:
     ~CPolygonClipGreinerHormannBased() override;
     void GetResultPolygons(std::vector<CPolygon*> & polygons) override;
     void TakeResultPolygons(std::vector<CPolygon*> & polygons) override;
+    /// After `RunFoldedClip`: moves objects of `first` to the results, too, and leaves it without an outline.
+    void TakeResultPolygons(std::vector<CPolygon*> & polygons, CPolygon & first);
     void AddResultPolygons(std::vector<CPolygon*> const & polygons) override;
     void Clear() override;
     EClipResult Execute() override;
@@ -70,6 +72,7 @@ protected:
     std::unique_ptr<CFold> m_Fold;              ///< of the subject; null in a plain run
     std::unique_ptr<CFold> m_SpareFold;         ///< leaves its memory to the next one; may be null
     CPolygon* m_Source = nullptr;               ///< of the objects of its runs, which the results take; not owned
+    CPolygon* m_UsedUpFirst = nullptr;          ///< gives its objects to the results being taken; not owned
     TSpareOutline m_Spare;                      ///< of the outline that was folded last
 };
 

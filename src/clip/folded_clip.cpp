@@ -1,6 +1,7 @@
 // Runs with a folded subject: reading it, and unfolding what came of it.
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "clip/attempts.h"
 #include "clip/clipper.h"
@@ -79,14 +80,21 @@ void CPolygonClipGreinerHormannBased<T>::ReadFolded(CPolygon const & first, TPoi
 {
     std::unique_ptr<CAddPathHelper> const clipHelper(CreateClipPathHelper());
     std::unique_ptr<CAddPathHelper> const subjectHelper(CreateSubjectPathHelper());
-    for (CPathObjectBase const* object : first.GetOutline())
+    auto const placeAt = [](std::size_t i) { return static_cast<std::uint32_t>(std::min<std::size_t>(i, NoPlace)); };
+    CPathObjectHolder* last = nullptr; // of the clip ring
+    for (std::size_t i = 0; i < first.GetOutline().size(); ++i)
     {
-        AddObject(object, *clipHelper, shift);
+        if (AddObject(first.GetOutline()[i], *clipHelper, shift))
+        {
+            last = last != nullptr ? last->m_Next : m_ClipRing;
+            last->m_Place = placeAt(i);
+            last->m_IsOfFirst = true;
+        }
     }
     TPoint<double> const nowhere(0.0, 0.0);
     auto const & outline = m_Fold->GetPolygon().GetOutline();
     auto run = m_Fold->GetRuns().begin();
-    CPathObjectHolder* last = nullptr; // of the subject ring
+    last = nullptr; // of the subject ring
     for (std::size_t i = 0; i < outline.size();)
     {
         bool const isRun = run != m_Fold->GetRuns().end() && run->first == i;
@@ -105,7 +113,7 @@ void CPolygonClipGreinerHormannBased<T>::ReadFolded(CPolygon const & first, TPoi
                     outline[i]->GetStartPoint(), outline[run->last - 1]->GetEndPoint()));
                 last->m_Run = &*run;
             }
-            last->m_Place = static_cast<std::uint32_t>(std::min<std::size_t>(i, NoPlace));
+            last->m_Place = placeAt(i);
         }
         i = isRun ? run++->last : i + 1;
     }
@@ -176,7 +184,8 @@ double CPolygonClipGreinerHormannBased<T>::GetResultLength()
     COutlineFacts const & facts = CPolygonInternals::FactsOf(m_Fold->GetPolygon());
     auto const lengthOf = [&](CLinkedPathObject const & element)
     {
-        TObjectFacts const known = element.m_Place != NoPlace ? facts.GetFacts(element.m_Place, false) : TObjectFacts();
+        std::uint32_t const place = element.PlaceOfFacts();
+        TObjectFacts const known = place != NoPlace ? facts.GetFacts(place, false) : TObjectFacts();
         return known.isSteady ? known.length : element.m_PathObject->CalculateLength();
     };
     double length = 0.0;
@@ -351,8 +360,10 @@ private:
 class CRingUnfolder
 {
 public:
-    CRingUnfolder(CFold const & fold, CPolygon & source)
-        : m_Source(source), m_IsShifted(fold.IsShifted()), m_SourceFacts(CPolygonInternals::FactsOf(m_Source))
+    /// `first`: the outline that `source` was clipped with, if its objects may be moved; or null.
+    CRingUnfolder(CFold const & fold, CPolygon & source, CPolygon* first)
+        : m_Source(source), m_First(first), m_IsShifted(fold.IsShifted()),
+          m_SourceFacts(CPolygonInternals::FactsOf(m_Source))
     {
     }
 
@@ -367,6 +378,7 @@ private:
     CPolygon::EPolygonWinding FindWinding() const;
 
     CPolygon & m_Source;
+    CPolygon* m_First;
     bool m_IsShifted;
     COutlineFacts & m_SourceFacts;
     CPolygon::PathObjects m_Objects; ///< not owned
@@ -394,13 +406,13 @@ void CRingUnfolder::AddObject(CLinkedPathObject const & element)
     CPathObjectBase* const object = element.m_PathObject;
     m_Objects.push_back(object);
     TObjectFacts facts;
-    if (element.m_Place != NoPlace)
+    std::uint32_t const place = element.PlaceOfFacts();
+    if (place != NoPlace)
     {
-        facts = m_SourceFacts.GetFacts(element.m_Place, element.m_IsReversed);
+        facts = m_SourceFacts.GetFacts(place, element.m_IsReversed);
     }
     bool const isAsItWas = facts.isSteady && !element.m_IsReversed;
-    Continue(isAsItWas ? element.m_Place : Nowhere - 1, isAsItWas ? std::size_t{element.m_Place} + 1 : Nowhere,
-             facts.isApart);
+    Continue(isAsItWas ? place : Nowhere - 1, isAsItWas ? std::size_t{place} + 1 : Nowhere, facts.isApart);
     if (facts.isSteady)
     {
         m_Facts->AppendClone(facts);
@@ -467,6 +479,13 @@ std::unique_ptr<CPolygon> CRingUnfolder::TakeRing(CLinkedPathObject* ring, CTake
     {
         return TakePlainRing(ring);
     }
+    for (CLinkedPathObject* element = ring; element != nullptr && m_First == nullptr; element = element->m_Next)
+    {
+        if (element->m_IsOfFirst)
+        {
+            element->OwnObject();
+        }
+    }
     taken.Reserve(runs);
     m_Objects = taken.MakeOutline(count + 1);
     m_Facts = taken.MakeFacts(m_SourceFacts.GetOrigin(), count);
@@ -495,7 +514,8 @@ std::unique_ptr<CPolygon> CRingUnfolder::TakeRing(CLinkedPathObject* ring, CTake
         {
             if (element->m_IsBorrowed)
             {
-                CPolygonInternals::OutlineOf(m_Source)[element->m_Place] = nullptr;
+                CPolygon & owner = element->m_IsOfFirst ? *m_First : m_Source;
+                CPolygonInternals::OutlineOf(owner)[element->m_Place] = nullptr;
             }
             element->m_PathObject = nullptr;
         }
@@ -536,7 +556,8 @@ void CPolygonClipGreinerHormannBased<T>::TakeResultPolygons(std::vector<CPolygon
     if (m_Source != nullptr && m_Fold != nullptr)
     {
         CTakenRuns taken(*m_Source, m_Spare);
-        take([&](CLinkedPathObject* ring) { return CRingUnfolder(*m_Fold, *m_Source).TakeRing(ring, taken); });
+        take([&](CLinkedPathObject* ring)
+             { return CRingUnfolder(*m_Fold, *m_Source, m_UsedUpFirst).TakeRing(ring, taken); });
     }
     else
     {
@@ -550,7 +571,21 @@ void CPolygonClipGreinerHormannBased<T>::TakeResultPolygons(std::vector<CPolygon
     AppendPolygons(polygons, made);
 }
 
+template <typename T>
+void CPolygonClipGreinerHormannBased<T>::TakeResultPolygons(std::vector<CPolygon*> & polygons, CPolygon & first)
+{
+    struct TUsedUpFirst
+    {
+        CPolygonClipGreinerHormannBased & clipper;
+        ~TUsedUpFirst() { CPolygonInternals::ClearOutline(*std::exchange(clipper.m_UsedUpFirst, nullptr)); }
+    };
+    m_UsedUpFirst = &first;
+    TUsedUpFirst const usedUp{*this};
+    TakeResultPolygons(polygons);
+}
+
 using FoldingClipper = CPolygonClipGreinerHormannBased<double>;
+template void FoldingClipper::TakeResultPolygons(std::vector<CPolygon*> &, CPolygon &);
 template void FoldingClipper::TakeResultPolygons(std::vector<CPolygon*> &);
 template void FoldingClipper::ReadFolded(CPolygon const &, TPoint<double> const*);
 template double FoldingClipper::GetResultLength();

@@ -68,6 +68,7 @@ public:
     bool m_WasIntersection = false;             ///< stays when `m_IsIntersection` is cleared
     bool m_NewVertex : 1 = false;               ///< made by a cut, not a vertex of the input
     bool m_Visited : 1 = false;                 ///< the trace has passed here
+    bool m_IsOfFirst : 1 = false;               ///< the place is one of the outline that a folded one is clipped with
     std::uint32_t m_Place = NoPlace;            ///< of the shared object, if that is one of a folded outline
 };
 
@@ -103,6 +104,8 @@ public:
     void TakeObject(CPathObjectBase* object);
     /// The object, to be changed or given away: its own one.
     CPathObjectBase*& OwnObject();
+    /// Where the facts of the folded outline tell of the object.
+    std::uint32_t PlaceOfFacts() const { return m_IsOfFirst ? NoPlace : m_Place; }
 
     CPathObjectBase* m_PathObject;           ///< owned, unless it is borrowed
     CLinkedPathObject* m_Next = nullptr;     ///< owned
@@ -111,6 +114,7 @@ public:
     TFoldedRun const* m_Run = nullptr;       ///< as in a holder
     double m_Length = 0.0;                   ///< of the finished object, once it was asked for
     std::uint32_t m_Place = NoPlace;         ///< of the object of a folded outline that this one is, or is a clone of
+    bool m_IsOfFirst = false;                ///< as in a holder
     bool m_IsBorrowed = false;               ///< the object at that place itself
     bool m_IsReversed = false;               ///< the run, or the clone
     bool m_IsBackward = false; ///< at the head of a growing ring: the vertices of the object stand in reverse

@@ -256,6 +256,7 @@ void AppendHolderToResultRing(CPathObjectHolder* holder, std::unique_ptr<CLinked
         if (AppendTaken(object, ring, reverse, memory, take) && isShared)
         {
             ring->m_Place = holder->m_Place;
+            ring->m_IsOfFirst = holder->m_IsOfFirst;
             ring->m_IsReversed = reverse;
         }
         return;

@@ -42,6 +42,16 @@ bool IsFolded(Clipper const & clipper)
     return FoldOf(clipper) != nullptr;
 }
 
+void TakeResultPolygons(Clipper & clipper, PolygonVector & polygons, CPolygon & first)
+{
+    if (auto* const folding = dynamic_cast<FoldingClipper*>(&clipper))
+    {
+        folding->TakeResultPolygons(polygons, first);
+        return;
+    }
+    clipper.TakeResultPolygons(polygons);
+}
+
 bool IsClearOfPointContact(Clipper & clipper, CPolygon const & first)
 {
     CFold const & fold = *FoldOf(clipper);

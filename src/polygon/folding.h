@@ -16,6 +16,9 @@ EClipResult RunFoldedIntersection(Clipper & clipper, CPolygon const & first, CPo
 /// The last run has left far parts of `second` out.
 bool IsFolded(Clipper const & clipper);
 
+/// `TakeResultPolygons` after `RunFoldedClip`. The outline of `first` may be gone with it, too.
+void TakeResultPolygons(Clipper & clipper, PolygonVector & polygons, CPolygon & first);
+
 /// After a union that is ready and folded: its rings are so much shorter than the two outlines that these don't meet in
 /// single points only.
 bool IsClearOfPointContact(Clipper & clipper, CPolygon const & first);

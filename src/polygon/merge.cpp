@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include <geometry/thread/thread.h>
 
@@ -73,14 +74,15 @@ private:
     /// A candidate on its way into the target.
     struct Candidate
     {
-        bool holesStay = false;            ///< no hole has to do with this merge: the target keeps its own
-        bool hadHoles = false;             ///< the target, before
-        bool changed = false;              ///< the target covers new area, or lost some of its holes
-        OwningPolygonVector merged;        ///< outlines of the union, if they cross
-        OwningPolygonVector holes;         ///< what is left of those of the candidate
-        std::vector<TReachedHole> reached; ///< of the target, ascending
-        OwningPolygonVector pieces;        ///< what is left of these, one after the other
-        std::size_t firstLost = NoHole;    ///< of the target: this one and those behind it can't be kept
+        bool holesStay = false;     ///< no hole has to do with this merge: the target keeps its own
+        bool hadHoles = false;      ///< the target, before
+        bool changed = false;       ///< the target covers new area, or lost some of its holes
+        OwningPolygonVector merged; ///< outlines of the union, if they cross
+        std::optional<std::vector<std::size_t>> nearHoles; ///< of the target, if they were looked up already
+        OwningPolygonVector holes;                         ///< what is left of those of the candidate
+        std::vector<TReachedHole> reached;                 ///< of the target, ascending
+        OwningPolygonVector pieces;                        ///< what is left of these, one after the other
+        std::size_t firstLost = NoHole; ///< of the target: this one and those behind it can't be kept
         CPolygon::EPolygonWinding winding = CPolygon::eWindingUnknown; ///< of the target, before
         OwningPolygonVector islands; ///< solid parts that stand apart from the target afterwards
     };
@@ -88,7 +90,7 @@ private:
     std::size_t FindNext() const;
     void GrowTarget();
     void TryCandidate(CWaitingPolygons & scan, std::size_t place);
-    EClipResult RunUnion(CPolygon const & candidate, OwningPolygonVector & merged);
+    EClipResult RunUnion(CPolygon & polygon, Candidate & candidate);
     void KeepHolesOfCandidate(CPolygon const & polygon, Candidate & candidate);
     bool KeepHolesOfTarget(CPolygon const & polygon, EClipResult r, Candidate & candidate);
     EClipResult SubtractFromHole(CPolygon const & hole, CPolygon const & solid, OwningPolygonVector & pieces,
@@ -196,7 +198,7 @@ void CMerger::TurnHoles()
 
 void CMerger::TryCandidate(CWaitingPolygons & scan, std::size_t place)
 {
-    CPolygon const & polygon = *scan.At(place);
+    CPolygon & polygon = *scan.At(place);
     CBoundingRect<double> const box = polygon.GetBoundingRect();
     if (!Target().GetBoundingRect().Overlaps(box))
     {
@@ -204,7 +206,7 @@ void CMerger::TryCandidate(CWaitingPolygons & scan, std::size_t place)
     }
     Candidate candidate;
     candidate.winding = CPolygonInternals::GetWindingDirection(Target());
-    EClipResult const r = RunUnion(polygon, candidate.merged);
+    EClipResult const r = RunUnion(polygon, candidate);
     if (!IsAnswer(r))
     {
         m_Outcome.code = r == Clipper::eClipFailed || m_Outcome.code == Clipper::eClipFailed ? r : m_Outcome.code;
@@ -233,21 +235,30 @@ void CMerger::TryCandidate(CWaitingPolygons & scan, std::size_t place)
 }
 
 /// The union of the outlines of target and candidate. `eClipSeparate` stands also for outlines that meet in single
-/// points only.
-EClipResult CMerger::RunUnion(CPolygon const & candidate, OwningPolygonVector & merged)
+/// points only. The polygon may be left without its outline, if no hole of the target is to be compared with it.
+EClipResult CMerger::RunUnion(CPolygon & polygon, Candidate & candidate)
 {
+    OwningPolygonVector & merged = candidate.merged;
     m_Clipper.SetOperation(Clipper::eClipUnion);
-    EClipResult r = candidate.GetHoles().empty() ? RunFoldedClip(m_Clipper, candidate, Target())
-                                                 : m_Clipper.RunClip(candidate, Target());
+    EClipResult r =
+        polygon.GetHoles().empty() ? RunFoldedClip(m_Clipper, polygon, Target()) : m_Clipper.RunClip(polygon, Target());
     if (r == Clipper::eClipResultReady && IsFolded(m_Clipper))
     {
-        if (IsClearOfPointContact(m_Clipper, candidate))
+        if (IsClearOfPointContact(m_Clipper, polygon))
         {
-            m_Clipper.TakeResultPolygons(merged);
+            candidate.nearHoles = m_Holes.FindOverlapping(polygon.GetBoundingRect());
+            if (candidate.nearHoles->empty())
+            {
+                TakeResultPolygons(m_Clipper, merged, polygon);
+            }
+            else
+            {
+                m_Clipper.TakeResultPolygons(merged);
+            }
             m_TargetArea = -1.0;
             return r;
         }
-        r = m_Clipper.RunClip(candidate, Target());
+        r = m_Clipper.RunClip(polygon, Target());
     }
     if (r != Clipper::eClipResultReady)
     {
@@ -263,7 +274,7 @@ EClipResult CMerger::RunUnion(CPolygon const & candidate, OwningPolygonVector & 
     }
     double area = m_TargetArea < 0.0 ? AreaOf(Target()) : m_TargetArea;
     m_TargetArea = -1.0;
-    if (merged.empty() || IsPointContact(merged, candidate, Target(), area))
+    if (merged.empty() || IsPointContact(merged, polygon, Target(), area))
     {
         return Clipper::eClipSeparate;
     }
@@ -309,7 +320,11 @@ void CMerger::KeepHolesOfCandidate(CPolygon const & polygon, Candidate & candida
 /// until then. Holes that come out as they were stay the objects that they are.
 bool CMerger::KeepHolesOfTarget(CPolygon const & polygon, EClipResult r, Candidate & candidate)
 {
-    for (std::size_t const index : m_Holes.FindOverlapping(polygon.GetBoundingRect()))
+    if (!candidate.nearHoles)
+    {
+        candidate.nearHoles = m_Holes.FindOverlapping(polygon.GetBoundingRect());
+    }
+    for (std::size_t const index : *candidate.nearHoles)
     {
         CPolygon & hole = *m_Holes.GetAll()[index];
         OwningPolygonVector pieces;
