@@ -110,11 +110,10 @@ struct TGaveUpReport
     TTileQueue & queue;
 };
 
-void ProcessTile(CSubtractTile & tile, CPolygon const & subject, TCutters const & cutters)
+void ProcessTile(CSubtractTile & tile, CPolygon const & subject, TCutters const & cutters, Clipper & clipper)
 {
     this_thread::cancellation_point();
-    std::unique_ptr<Clipper> const clipper(CreateClipper());
-    tile.Process(subject, cutters, *clipper);
+    tile.Process(subject, cutters, clipper);
 }
 
 /// Takes tile after tile. An exception other than a cancellation ends the work of all and waits for the caller.
@@ -123,6 +122,7 @@ void RunWorker(TTileQueue & queue)
     TGaveUpReport const report(queue);
     try
     {
+        std::unique_ptr<Clipper> const clipper(CreateClipper());
         for (;;)
         {
             CSubtractTile* tile = nullptr;
@@ -134,7 +134,7 @@ void RunWorker(TTileQueue & queue)
                 }
                 tile = &*queue.cursor++;
             }
-            ProcessTile(*tile, queue.subject, queue.cutters);
+            ProcessTile(*tile, queue.subject, queue.cutters, *clipper);
         }
     }
     catch (thread_canceled const &)
@@ -179,9 +179,10 @@ void RunSubtractTiles(unsigned int workers, Tiles & tiles, CPolygon const & subj
 {
     if (workers < 2)
     {
+        std::unique_ptr<Clipper> const clipper(CreateClipper());
         for (CSubtractTile & tile : tiles)
         {
-            ProcessTile(tile, subject, cutters);
+            ProcessTile(tile, subject, cutters, *clipper);
         }
         return;
     }
