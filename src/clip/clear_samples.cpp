@@ -218,16 +218,40 @@ CRegionProof::CRegionProof(std::array<CBoundingRect<double>, 2> const & rects, C
     }
 }
 
+namespace
+{
+
+/// Around the objects that aren't folded.
+CBoundingRect<double> RectAroundRest(CPathObjectHolder const* ring)
+{
+    CBoundingRect<double> rect;
+    CPathObjectHolder const* holder = ring;
+    do
+    {
+        if (holder->m_Run == nullptr)
+        {
+            rect.Include(holder->GetPathObject()->GetBoundingRect());
+        }
+        holder = holder->m_Next;
+    } while (holder != ring);
+    return rect;
+}
+
+} // namespace
+
+/// A point away from the window, but not below it, is outside: none of the tolerances reaches so far.
 void CRegionProof::ReadClip(CPathObjectHolder const* clip)
 {
     for (std::size_t i = 0; i < PointCount; ++i)
     {
-        m_InClip[i] = LocateClearly(m_Points[i], clip, false);
+        m_InClip[i] = m_IsAway[i] && !m_Fold->IsBelowWindow(m_Points[i]) ? EPointPosition::eOutside
+                                                                         : LocateClearly(m_Points[i], clip, false);
     }
 }
 
 void CRegionProof::ReadSubject(CPathObjectHolder const* subject, bool (*isMember)(bool inSubject, bool inClip))
 {
+    m_AroundRest = m_Fold != nullptr ? RectAroundRest(subject) : CBoundingRect<double>();
     for (std::size_t i = 0; i < PointCount; ++i)
     {
         m_Expected[i] =
@@ -256,6 +280,10 @@ CRegionProof::EExpected CRegionProof::ExpectAway(std::size_t i, CPathObjectHolde
     {
         return m_InClip[i] == EPointPosition::eOnRing ? EExpected::eAny : EExpected::eNeither;
     }
+    if (!isSubjectKept || IsOutOfWay(m_AroundRest, m_Points[i]))
+    {
+        return EExpected::eNotInResult;
+    }
     bool isOdd = false;
     CPathObjectHolder const* holder = subject;
     do
@@ -263,7 +291,7 @@ CRegionProof::EExpected CRegionProof::ExpectAway(std::size_t i, CPathObjectHolde
         isOdd = isOdd != (holder->m_Run == nullptr && IsProbeCountOdd(*holder->GetPathObject(), m_Points[i]));
         holder = holder->m_Next;
     } while (holder != subject);
-    return isSubjectKept && isOdd ? EExpected::eInResult : EExpected::eNotInResult;
+    return isOdd ? EExpected::eInResult : EExpected::eNotInResult;
 }
 
 namespace

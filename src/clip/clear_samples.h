@@ -87,6 +87,7 @@ private:
     std::uint64_t m_Cells = 0;            ///< a bit each, set where such an abscissa is
     double m_LowestX = 0.0;
     double m_CellsPerUnit = 0.0;
+    CBoundingRect<double> m_AroundRest;      ///< the objects of the subject that aren't folded
     std::array<bool, PointCount> m_IsAway{}; ///< from the clip, so that the fold doesn't answer for the subject
     std::array<EPointPosition, PointCount> m_InClip{};
     std::array<EExpected, PointCount> m_Expected{};

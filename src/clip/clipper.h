@@ -110,8 +110,8 @@ enum class EIntersectionOutcome
 
 /// Notes the cuts of every pair of objects in the lists of their holders. True if every holder of the subject ring was
 /// touched; for a polyline that also means: the lists of a pair weren't empty after its turn. Pairs whose rectangles
-/// are apart have no cuts and are passed over if there is an index, but for a polyline they still count as touched once
-/// the other's list holds anything.
+/// are apart have no cuts and are passed over, but for a polyline they still count as touched once the other's list
+/// holds anything.
 bool NoteCuts(CPathObjectHolder* subject, CPathObjectHolder* clip);
 
 /// Cuts both closed rings at all their crossings, a holder a piece, and links the two holders of each crossing.

@@ -113,6 +113,7 @@ bool NoteCuts(CPathObjectHolder* subject, CPathObjectHolder* clip)
     {
         nearby.emplace(*index);
     }
+    bool const arePassed = IsIndexUsed(true); // pairs that are apart
     std::size_t asked = 0;
     bool hasClipPolylineCuts = false;
     bool allTouched = true;
@@ -125,7 +126,7 @@ bool NoteCuts(CPathObjectHolder* subject, CPathObjectHolder* clip)
                           return;
                       }
                       CPathObjectBase const & object = *a->GetPathObject();
-                      bool touched = index != nullptr && hasClipPolylineCuts && IsPolyline(a);
+                      bool touched = arePassed && hasClipPolylineCuts && IsPolyline(a);
                       auto const visit = [&](std::size_t i)
                       {
                           CPathObjectHolder* const b = others[i];
@@ -135,18 +136,21 @@ bool NoteCuts(CPathObjectHolder* subject, CPathObjectHolder* clip)
                                     touched;
                           hasClipPolylineCuts = hasClipPolylineCuts || (IsPolyline(b) && b->HasSplitPositions());
                       };
+                      CBoundingRect<double> const & rect = object.GetBoundingRect();
                       if (nearby)
                       {
                           if (asked++ % CNearbyPieces::BlockSize == 0)
                           {
                               LookUpBlock(a, *nearby);
                           }
-                          CBoundingRect<double> const & rect = object.GetBoundingRect();
                           nearby->Search([&](CBoundingRect<double> const & r) { return rect.Overlaps(r); }, visit);
                       }
                       for (std::size_t i = 0; index == nullptr && i < others.size(); ++i)
                       {
-                          visit(i);
+                          if (!arePassed || rect.Overlaps(others[i]->GetPathObject()->GetBoundingRect()))
+                          {
+                              visit(i);
+                          }
                       }
                       allTouched = allTouched && touched;
                   });

@@ -58,6 +58,11 @@ public:
         return point.x >= m_Window.minX && point.x <= m_Window.maxX && point.y >= m_Window.minY &&
                point.y <= m_Window.maxY;
     }
+    /// The upward ray from the point reaches the window, or what is near it.
+    bool IsBelowWindow(TPoint<double> const & point) const
+    {
+        return point.x >= m_Window.minX && point.x <= m_Window.maxX && point.y <= m_Window.maxY;
+    }
     /// The upward ray from a point in the window crosses the objects of the runs an odd number of times. Elsewhere that
     /// isn't known: the fold has failed.
     bool IsProbeCountOdd(TPoint<double> const & point);
