@@ -37,7 +37,7 @@ bool IsClearlyFarther(CPathObjectArc const & arc, TPoint<double> const & x, doub
 {
     constexpr double LargestCoordinate = 4e9;
     constexpr double SmallestSlope = 1e-6;
-    if (!arc.CPathObjectArc::IsValid() || !IsIndexUsed(true))
+    if (!CArcInternals::HasPoints(arc) || !IsIndexUsed(true))
     {
         return false;
     }

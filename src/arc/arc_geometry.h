@@ -24,6 +24,8 @@ struct CArcInternals
 {
     /// Start, end, centre, mid-point.
     static TPoint<double> const* GetPoints(CPathObjectArc const & arc) { return arc.m_Points.data(); }
+    /// `IsValid`, of an arc of whatever class.
+    static bool HasPoints(CPathObjectArc const & arc) { return arc.m_Points.size() == 4; }
     /// What is known of it: an `EArcSteadiness`.
     static TLazyValue<std::int32_t> & SteadinessOf(CPathObjectArc const & arc) { return arc.m_Steadiness; }
 };

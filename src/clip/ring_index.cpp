@@ -118,7 +118,6 @@ bool CRingIndex::MakeIndexIfItPays()
     }
     m_Objects.clear();
     m_Objects.reserve(CountHolders(m_Ring));
-    std::size_t arcs = 0;
     CBoundingRect<double> around;
     CPathObjectHolder const* holder = m_Ring;
     do
@@ -127,14 +126,13 @@ bool CRingIndex::MakeIndexIfItPays()
         {
             m_Objects.push_back(holder->GetPathObject());
             around.Include(m_Objects.back()->GetBoundingRect());
-            arcs += m_Objects.back()->CanAppendVertex() ? 0 : 1;
         }
         holder = holder->m_Next;
     } while (holder != m_Ring);
     m_IsWalked = m_Objects.empty();
     if (!m_IsWalked)
     {
-        m_Abscissas.Reset(around.minX, around.maxX, arcs);
+        m_Abscissas.Reset(around.minX, around.maxX, m_Objects.size());
         ReadObjects();
         m_Index.Rebuild(m_Rects);
         m_IsIndexed = true;
@@ -283,7 +281,8 @@ CRingIndex::TNearby CRingIndex::NearbyAt(std::size_t i) const
 {
     CPathObjectBase const & object = *m_Objects[i];
     TNearby nearby{m_Index.GetRect(i), static_cast<std::uint32_t>(i), 0, nullptr};
-    if (object.CanAppendVertex())
+    bool const isToldArc = m_Before[i].arcs != m_Before[i + 1].arcs;
+    if (!isToldArc && object.CanAppendVertex())
     {
         auto const begin = object.GetPointsBegin();
         std::ptrdiff_t const points = object.GetPointsEnd() - begin;

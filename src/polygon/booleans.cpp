@@ -512,32 +512,31 @@ bool CPolygon::HandleSubtractResultPolygons(std::vector<CPolygon*> & result, std
         }
         // a hole that the clip may have cut is subtracted, an untouched one goes to the piece that contains it
         bool const mayBeCut = clip.m_BoundingRect.Overlaps(hole->m_BoundingRect);
-        PolygonRange const range(1, hole);
-        bool const isDone =
-            ForEachIndexDown(result,
-                             [&](std::size_t i)
-                             {
-                                 CPolygon & piece = *result[i];
-                                 OwningPolygonVector extra;
-                                 if (!piece.m_BoundingRect.Overlaps(hole->m_BoundingRect))
-                                 {
-                                     return true;
-                                 }
-                                 if (mayBeCut)
-                                 {
-                                     PushPolygon(extra, TakePolygon(result, i));
-                                     if (SubtractPolygonRange(extra, range, *clipper) == Clipper::eClipFailed)
-                                     {
-                                         return false;
-                                     }
-                                 }
-                                 else if (Encloses(piece, *hole))
-                                 {
-                                     piece.AddHole(hole, clipper, &clip, extra);
-                                 }
-                                 AppendPolygons(result, extra);
-                                 return true;
-                             });
+        bool const isDone = ForEachIndexDown(result,
+                                             [&](std::size_t i)
+                                             {
+                                                 CPolygon & piece = *result[i];
+                                                 OwningPolygonVector extra;
+                                                 if (!piece.m_BoundingRect.Overlaps(hole->m_BoundingRect))
+                                                 {
+                                                     return true;
+                                                 }
+                                                 if (mayBeCut)
+                                                 {
+                                                     PushPolygon(extra, TakePolygon(result, i));
+                                                     if (SubtractPolygonRange(extra, PolygonRange(1, hole), *clipper) ==
+                                                         Clipper::eClipFailed)
+                                                     {
+                                                         return false;
+                                                     }
+                                                 }
+                                                 else if (Encloses(piece, *hole))
+                                                 {
+                                                     piece.AddHole(hole, clipper, &clip, extra);
+                                                 }
+                                                 AppendPolygons(result, extra);
+                                                 return true;
+                                             });
         if (!isDone)
         {
             DeletePolygons(result);

@@ -93,10 +93,10 @@ bool AreNearlyOfOneCircle(CPathObjectBase const & object, CPathObjectBase const 
     return std::fabs(c.x - d.x) <= room && std::fabs(c.y - d.y) <= room;
 }
 
-bool AreApart(CPathObjectBase const & object, CPathObjectBase const & next)
+bool AreJoined(CPathObjectBase const & object, CPathObjectBase const & next)
 {
-    return !AreNearlyOfOneCircle(object, next) && object.GetEndPoint() == next.GetStartPoint() &&
-           std::unique_ptr<CPathObjectBase const>(object.Append(&next)) == nullptr;
+    return AreNearlyOfOneCircle(object, next) ||
+           std::unique_ptr<CPathObjectBase const>(object.Append(&next)) != nullptr;
 }
 
 } // namespace
@@ -314,8 +314,11 @@ void COutlineFacts::Complete(Outline const & outline)
         std::size_t const next = i + 1 < m_Count ? i + 1 : 0;
         std::size_t const nextInBlock = &nextBlock == &block && next != 0 ? next - m_Starts[b] : 0;
         TObjectFacts & facts = block.At(i - m_Starts[b]);
-        bool const isApart =
-            facts.isSteady && nextBlock.At(nextInBlock).isSteady && AreApart(*outline[i], *outline[next]);
+        TObjectFacts const & nextFacts = nextBlock.At(nextInBlock);
+        // an arc is never joined with a polyline
+        bool const isApart = facts.isSteady && nextFacts.isSteady &&
+                             outline[i]->GetEndPoint() == outline[next]->GetStartPoint() &&
+                             (facts.isArc != nextFacts.isArc || !AreJoined(*outline[i], *outline[next]));
         block.isSummed = block.isSummed && facts.isApart == isApart;
         facts.isApart = isApart;
     }
