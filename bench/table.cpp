@@ -16,6 +16,7 @@
 
 #include <malloc.h>
 #include <sched.h>
+#include <sys/sysinfo.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -53,13 +54,16 @@ Answer RunApart(Run const & run)
     return answer;
 }
 
-/// Keeps this process on the processor that it is on: there, whoever starts a thread for each starts none.
-void StayOnThisProcessor()
+bool hasOneProcessor = false; // for all that ask
+
+/// Lets the whole process run as on a machine with one processor: whoever starts a thread for each starts none.
+void TakeOneProcessor()
 {
     cpu_set_t one;
     CPU_ZERO(&one);
     CPU_SET(sched_getcpu(), &one);
     if (sched_setaffinity(0, sizeof one, &one) != 0) throw std::runtime_error("the processor can't be chosen");
+    hasOneProcessor = true;
 }
 
 /// truearc or another library, with one workload.
@@ -78,7 +82,7 @@ struct CContestant
         COutcome const outcome = RunApart<COutcome>(
             [this]
             {
-                if (isOneThread) StayOnThisProcessor();
+                if (isOneThread) TakeOneProcessor();
                 return run();
             });
         milliseconds.push_back(outcome.milliseconds);
@@ -296,6 +300,12 @@ bool ReadOptions(int count, char** arguments, COptions & options)
 }
 
 } // namespace
+
+/// Stands before that of the C library, which the standard library asks.
+extern "C" __attribute__((visibility("default"))) int get_nprocs() noexcept
+{
+    return hasOneProcessor ? 1 : static_cast<int>(sysconf(_SC_NPROCESSORS_ONLN));
+}
 
 int main(int count, char** arguments)
 {
