@@ -192,6 +192,15 @@ CPolygon::EPolygonWinding CPolygon::GetWindingDirection() const
     {
         return known;
     }
+    EPolygonWinding const byArea = HasArc(m_Outline) ? FindWindingByArea() : eWindingUnknown;
+    m_WindingDirection = byArea != eWindingUnknown ? byArea : FindWindingByPoints();
+    return m_WindingDirection;
+}
+
+/// By the points of the path objects, three for an arc: where long arcs run past each other, the polygon of such points
+/// can cross itself and wind the wrong way.
+CPolygon::EPolygonWinding CPolygon::FindWindingByPoints() const
+{
     constexpr std::size_t usualPoints = 4; // of an arc
     CPathObjectBase::Points points;
     points.reserve(usualPoints);
@@ -221,19 +230,16 @@ CPolygon::EPolygonWinding CPolygon::GetWindingDirection() const
         }
     }
     // zero and NaN count as positive
-    EPolygonWinding const winding = sum.Get() < 0.0 ? eWindingNegative : eWindingPositive;
-    m_WindingDirection = HasArc(m_Outline) ? CorrectWindingOfLongArcs(winding) : winding;
-    return m_WindingDirection;
+    return sum.Get() < 0.0 ? eWindingNegative : eWindingPositive;
 }
 
-/// Three points stand for an arc: where long arcs run past each other the polygon of such points can cross itself and
-/// wind the wrong way. A true area that is clearly not zero decides.
-CPolygon::EPolygonWinding CPolygon::CorrectWindingOfLongArcs(EPolygonWinding winding) const
+/// By the true area, if that is clearly not zero.
+CPolygon::EPolygonWinding CPolygon::FindWindingByArea() const
 {
     double const boundingArea =
         (m_BoundingRect.maxX - m_BoundingRect.minX) * (m_BoundingRect.maxY - m_BoundingRect.minY);
     int const sign = SignOfOutlineArea(m_Outline, clearPartOfArea * boundingArea);
-    return sign == 0 ? winding : sign < 0 ? eWindingNegative : eWindingPositive;
+    return sign == 0 ? eWindingUnknown : sign < 0 ? eWindingNegative : eWindingPositive;
 }
 
 CPolygon::EPolygonWinding CPolygon::ReverseWindingDirection()

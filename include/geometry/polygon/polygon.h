@@ -236,7 +236,8 @@ private:
     void DeleteHoles();
 
     EPolygonWinding GetWindingDirection() const;
-    EPolygonWinding CorrectWindingOfLongArcs(EPolygonWinding winding) const;
+    EPolygonWinding FindWindingByArea() const;
+    EPolygonWinding FindWindingByPoints() const;
     EPolygonWinding ReverseWindingDirection();
     void SetCorrectHoleWinding(CPolygon & hole) const;
     void BuildPolygonOutlineCache(PathObjectHash & container) const;
