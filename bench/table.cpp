@@ -270,7 +270,12 @@ void MeasureAll(COptions const & options)
     for (auto const & series : bench::GetSeries())
     {
         if (series.title.empty() || series.name.find(options.only) == std::string::npos) continue;
-        MeasureSeries(series, options.isQuick);
+        RunApart<bool>( // what the others have left of the heap isn't for this one
+            [&]
+            {
+                MeasureSeries(series, options.isQuick);
+                return true;
+            });
     }
     for (auto const & series : bench::GetSeries())
     {
