@@ -37,6 +37,7 @@ double AllowedDifference(CWorkload const & workload, EArcs arcs);
 
 CRun PrepareGeos(CWorkload const & workload, EArcs arcs);
 CRun PrepareCgal(CWorkload const & workload, EArcs arcs);
+CRun PrepareBoost(CWorkload const & workload, EArcs arcs);
 CRun PrepareClipper(CWorkload const & workload, EArcs arcs);
 
 } // namespace bench

@@ -156,6 +156,9 @@ std::vector<CPeer> const & GetPeers()
 #ifdef TRUEARC_PEER_CGAL
         {"CGAL", PrepareCgal, EArcs::eKept},
 #endif
+#ifdef TRUEARC_PEER_BOOST
+        {"Boost", PrepareBoost},
+#endif
 #ifdef TRUEARC_PEER_CLIPPER
         {"Clipper", PrepareClipper},
 #endif
