@@ -359,11 +359,12 @@ std::vector<CSeries> MakeSeries()
     std::vector<int> const large{1000, 10000, 100000};
     std::vector<int> const wide{100, 1000, 10000, 100000};
     std::vector<int> const huge{1000, 10000, 100000, 1000000};
+    std::vector<CRival> const starRivals{{"Clipper", 1.5}, {"Boost"}};
     std::vector<CRival> const flowerRivals{{"GEOS", 0.25}, {"GEOS, finer"}, {"CGAL", 0.08}, {"Boost"}};
     std::vector<CRival> const anyRatio{{"GEOS"}, {"CGAL"}};
     // clang-format off
     return {
-        {"StarsOnePolyline", "difference of two stars, one polyline each", stars, wide, {{"Clipper", 1.5}, {"Boost"}}, 1.15},
+        {"StarsOnePolyline", "difference of two stars, one polyline each", stars, wide, starRivals, 1.15},
         {"StarsSingleSegments", "difference of two stars, n segments each", loose, wide, {{"Clipper"}}},
         {"StarsSpiky", "difference of two spiky stars, one polyline each", spiky, large, {{"Clipper"}}},
         {"CrossingTwice", "union of two stars that cross twice", twice, huge, {{"GEOS", 0.6}, {"Boost"}}, 1.15},

@@ -17,9 +17,9 @@
 namespace geometry
 {
 
-/// Serves one ring for one run, from the moment that its objects are cut. The memory of the ring knows it; bridges that come later
-/// answer through it, too. A point may lie on a bridge and not on the objects beside it: these begin at its point
-/// within tolerance only.
+/// Serves one ring for one run, from the moment that its objects are cut. The memory of the ring knows it; bridges that
+/// come later answer through it, too. A point may lie on a bridge and not on the objects beside it: these begin at its
+/// point within tolerance only.
 class CRingIndex
 {
 public:
