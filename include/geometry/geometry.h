@@ -14,5 +14,6 @@
 #include <geometry/path/path_object_polyline.h>
 #include <geometry/polygon/polygon.h>
 #include <geometry/polygon/vertex_iterator.h>
+#include <geometry/report/report.h>
 #include <geometry/thread/thread.h>
 #include <geometry/version.h>

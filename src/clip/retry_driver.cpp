@@ -8,8 +8,8 @@
 #include <geometry/clip/polygon_clip_base.h>
 
 #include "clip/attempts.h"
-#include "clip/gave_up_count.h"
 #include "polygon/polygon_tools.h"
+#include "report/reporting.h"
 
 namespace geometry
 {
@@ -24,8 +24,6 @@ constexpr double powersOfTen[] = {1.0, 10.0, 100.0, 1000.0, 10000.0, 100000.0};
 
 using AddPathHelper = CPolygonClipBase<double>::CAddPathHelper;
 
-thread_local unsigned long long gaveUpCount = 0;
-
 /// An outline with arcs at coordinates where these are noise: cuts would breed cuts without end.
 bool IsArcTooFarOut(CPolygon const & polygon)
 {
@@ -36,6 +34,15 @@ bool IsArcTooFarOut(CPolygon const & polygon)
     return !(reach <= arcReach) &&
            std::any_of(outline.begin(), outline.end(),
                        [](CPathObjectBase const* object) { return !object->CanAppendVertex(); });
+}
+
+/// Where two outlines can meet: the rectangle that both share, or has no area where they are apart.
+CBoundingRect<double> CommonRect(CBoundingRect<double> const & a, CBoundingRect<double> const & b)
+{
+    CBoundingRect<double> common;
+    common.Include(TPoint<double>(std::max(a.minX, b.minX), std::max(a.minY, b.minY)));
+    common.Include(TPoint<double>(std::min(a.maxX, b.maxX), std::min(a.maxY, b.maxY)));
+    return common;
 }
 
 /// Offers every valid object of the outline to `add`; `winding` is written if there is one.
@@ -137,19 +144,14 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipBase<T>::RunClip(CPolygon 
         }
     }
     m_Status = eStatusBothEmptyOrGaveUp;
-    ++gaveUpCount;
+    Report(CReport::eReasonUndecided, CommonRect(first.GetBoundingRect(), second.GetBoundingRect()));
     return eClipRetry;
 }
 
 template <typename T>
 unsigned long long CPolygonClipBase<T>::GetGaveUpCount()
 {
-    return gaveUpCount;
-}
-
-void AddToGaveUpCount(unsigned long long count)
-{
-    gaveUpCount += count;
+    return GetReportCount();
 }
 
 template class CPolygonClipBase<double>;

@@ -1,6 +1,8 @@
 // One tile of a large subtraction.
 #pragma once
 
+#include <geometry/report/report.h>
+
 #include "polygon/booleans.h"
 
 namespace geometry
@@ -21,10 +23,11 @@ public:
 
     void Process(CPolygon const & subject, TCutters const & cutters, Clipper & clipper);
 
-    std::unique_ptr<CPolygon> m_CutRect; ///< then: what the result replaces in the subject; null if given up
-    OwningPolygonVector m_Pieces;        ///< the result
-    OwningPolygonVector m_Islands;       ///< those of the result that lie in a hole of another
-    OwningPolygonVector m_BorderIslands; ///< islands that reach into a neighbour, which may know them as its pieces
+    std::unique_ptr<CPolygon> m_CutRect;    ///< then: what the result replaces in the subject; null if given up
+    OwningPolygonVector m_Pieces;           ///< the result
+    OwningPolygonVector m_Islands;          ///< those of the result that lie in a hole of another
+    OwningPolygonVector m_BorderIslands;    ///< islands that reach into a neighbour, which may know them as its pieces
+    std::vector<CReport::TEntry> m_Reports; ///< what couldn't be done
 
 private:
     bool Subtract(CPolygon const & subject, TCutters const & cutters, Clipper & clipper);

@@ -11,11 +11,11 @@
 
 #include <geometry/thread/thread.h>
 
-#include "clip/gave_up_count.h"
 #include "numeric/chain_index.h"
 #include "polygon/merge.h"
 #include "polygon/subtract_tile.h"
 #include "polygon/tile_seams.h"
+#include "report/reporting.h"
 #include "thread/join_all.h"
 #include "thread/mutex.h"
 
@@ -86,40 +86,25 @@ struct TTileQueue
     {
     }
 
-    mutex guard;            ///< of the four that follow
+    mutex guard;            ///< of the three that follow
     Tiles::iterator cursor; ///< the next tile to take
     Tiles::iterator end;
-    std::exception_ptr failure;         ///< the first exception of a worker
-    unsigned long long gaveUpCount = 0; ///< of the workers that have ended
+    std::exception_ptr failure; ///< the first exception of a worker
     CPolygon const & subject;
     TCutters const & cutters;
-};
-
-/// Reports on every way out what the calling worker counted.
-struct TGaveUpReport
-{
-    explicit TGaveUpReport(TTileQueue & q) : queue(q) {}
-    TGaveUpReport(TGaveUpReport const &) = delete;
-    TGaveUpReport & operator=(TGaveUpReport const &) = delete;
-    ~TGaveUpReport()
-    {
-        mutex_guard const lock(queue.guard);
-        queue.gaveUpCount += Clipper::GetGaveUpCount();
-    }
-
-    TTileQueue & queue;
 };
 
 void ProcessTile(CSubtractTile & tile, CPolygon const & subject, TCutters const & cutters, Clipper & clipper)
 {
     this_thread::cancellation_point();
+    CReportTrial trial;
     tile.Process(subject, cutters, clipper);
+    tile.m_Reports = trial.GetEntries();
 }
 
 /// Takes tile after tile. An exception other than a cancellation ends the work of all and waits for the caller.
 void RunWorker(TTileQueue & queue)
 {
-    TGaveUpReport const report(queue);
     try
     {
         std::unique_ptr<Clipper> const clipper(CreateClipper());
@@ -193,16 +178,7 @@ void RunSubtractTiles(unsigned int workers, Tiles & tiles, CPolygon const & subj
     TTileQueue queue(tiles, subject, cutters);
     auto const count = static_cast<unsigned int>(std::min<std::size_t>(workers, tiles.size()));
     std::vector<thread*> threads = StartWorkers(count, queue);
-    try
-    {
-        JoinAll(threads);
-    }
-    catch (thread_canceled const &)
-    {
-        AddToGaveUpCount(queue.gaveUpCount);
-        throw;
-    }
-    AddToGaveUpCount(queue.gaveUpCount);
+    JoinAll(threads);
     if (queue.failure)
     {
         std::rethrow_exception(queue.failure);
@@ -268,6 +244,10 @@ void CTileJoiner::Collect()
 {
     for (CSubtractTile & tile : m_Tiles)
     {
+        for (CReport::TEntry const & entry : tile.m_Reports)
+        {
+            Report(entry.reason, entry.place);
+        }
         if (tile.m_CutRect != nullptr)
         {
             m_Cuts.push_back(tile.m_CutRect.get());

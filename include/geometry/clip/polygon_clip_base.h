@@ -101,8 +101,8 @@ public:
     /// What the next run computes.
     void SetOperation(EClipOperation operation) { m_Operation = operation; }
     EClipOperation GetOperation() const { return m_Operation; }
-    /// How many runs of the calling thread have used up all attempts so far. The booleans leave a polygon uncut then
-    /// (an intersection drops it) and still answer true: compare before and after a call to learn of it. Never falls.
+    /// How many entries reports of the calling thread would have been given so far, had they been open all the time
+    /// (CReport, which also says what, why and where). Never falls.
     static unsigned long long GetGaveUpCount();
     /// The farthest that `RunClip` has moved a polygon since `ForgetLargestShift`, in coordinate units; 0 if first
     /// attempts always succeeded. Results can have gaps of this width where polygons touched.
