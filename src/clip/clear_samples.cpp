@@ -25,8 +25,8 @@ constexpr double sampleFraction = 0.38196601125010515;
 constexpr double arcMargin = 0.1;
 /// Clear of a segment, as a part of the size of its object: far above rounding, and above the first shifts of a retry.
 constexpr double relativeMargin = 1e-7;
-/// An arc whose ends are apart by less than this part of its reach is read the wrong way round.
-constexpr double misreadPart = 1e-6;
+/// An arc whose ends are apart by less than this part of its largest coordinate may be read the wrong way round.
+constexpr double misreadPart = 1000.0 * DBL_EPSILON;
 
 /// The point is outside the rectangle by more than any margin and tolerance.
 bool IsFarFrom(CBoundingRect<double> const & rect, TPoint<double> const & point)
@@ -168,7 +168,8 @@ bool HasMisreadArc(CPathObjectHolder const* ring)
         if (isCut && !object.CanAppendVertex())
         {
             CBoundingRect<double> const & rect = object.GetBoundingRect();
-            double const reach = std::max(rect.maxX - rect.minX, rect.maxY - rect.minY);
+            double const reach =
+                std::max({std::fabs(rect.minX), std::fabs(rect.minY), std::fabs(rect.maxX), std::fabs(rect.maxY)});
             TPoint<double> const & start = object.GetStartPoint();
             TPoint<double> const & end = object.GetEndPoint();
             if (SquareDistance(start, end) < misreadPart * reach * misreadPart * reach && !(start == end))

@@ -8,6 +8,7 @@
 #include <geometry/clip/polygon_clip_base.h>
 
 #include "clip/attempts.h"
+#include "clip/frame.h"
 #include "polygon/polygon_tools.h"
 #include "report/reporting.h"
 
@@ -124,15 +125,10 @@ void CPolygonClipBase<T>::ReadPolygons(CPolygon const & first, CPolygon const & 
 }
 
 template <typename T>
-typename CPolygonClipBase<T>::EClipResult CPolygonClipBase<T>::RunClip(CPolygon const & first, CPolygon const & second)
+typename CPolygonClipBase<T>::EClipResult CPolygonClipBase<T>::RunAttempts(CPolygon const & first,
+                                                                           CPolygon const & second)
 {
-    m_Attempts = 0;
-    if (second.IsCoincidentWith(first))
-    {
-        return RunCoincident(second);
-    }
-    int const attempts = IsArcTooFarOut(first) || IsArcTooFarOut(second) ? 0 : numberOfAttempts;
-    for (int attempt = 0; attempt < attempts; ++attempt)
+    for (int attempt = 0; attempt < numberOfAttempts; ++attempt)
     {
         Clear();
         ++m_Attempts;
@@ -143,9 +139,62 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipBase<T>::RunClip(CPolygon 
             return result;
         }
     }
-    m_Status = eStatusBothEmptyOrGaveUp;
-    Report(CReport::eReasonUndecided, CommonRect(first.GetBoundingRect(), second.GetBoundingRect()));
     return eClipRetry;
+}
+
+/// The same attempts where the shapes are large: the distances within which points count as on an arc are absolute, and
+/// no shift of a small shape gets beyond them.
+template <typename T>
+typename CPolygonClipBase<T>::EClipResult CPolygonClipBase<T>::RunAttemptsInFrame(CPolygon const & first,
+                                                                                  CPolygon const & second)
+{
+    CFrame const frame({&first, &second});
+    if (frame.IsPlain())
+    {
+        return eClipRetry;
+    }
+    std::unique_ptr<CPolygon> const framedFirst = frame.Enter(first, {});
+    std::unique_ptr<CPolygon> const framedSecond = frame.Enter(second, {});
+    double const largestShift = m_LargestShift;
+    m_LargestShift = 0.0;
+    EClipResult const result = RunAttempts(*framedFirst, *framedSecond);
+    m_LargestShift = std::max(largestShift, m_LargestShift / frame.GetScale());
+    if (result == eClipResultReady)
+    {
+        OwningPolygonVector framed;
+        GetResultPolygons(framed);
+        OwningPolygonVector polygons;
+        for (CPolygon const* polygon : framed)
+        {
+            PushPolygon(polygons, frame.Leave(*polygon));
+            CPolygonInternals::Reverse(*polygons.back()); // which adding it undoes
+        }
+        Clear();
+        AddResultPolygons(polygons);
+    }
+    return result;
+}
+
+template <typename T>
+typename CPolygonClipBase<T>::EClipResult CPolygonClipBase<T>::RunClip(CPolygon const & first, CPolygon const & second)
+{
+    m_Attempts = 0;
+    if (second.IsCoincidentWith(first))
+    {
+        return RunCoincident(second);
+    }
+    EClipResult result = eClipRetry;
+    if (!IsArcTooFarOut(first) && !IsArcTooFarOut(second))
+    {
+        result = RunAttempts(first, second);
+        result = result == eClipRetry ? RunAttemptsInFrame(first, second) : result;
+    }
+    if (result == eClipRetry)
+    {
+        m_Status = eStatusBothEmptyOrGaveUp;
+        Report(CReport::eReasonUndecided, CommonRect(first.GetBoundingRect(), second.GetBoundingRect()));
+    }
+    return result;
 }
 
 template <typename T>

@@ -11,6 +11,7 @@
 #include "polygon/folding.h"
 #include "polygon/outline_facts.h"
 #include "polygon/subtract_tiles.h"
+#include "proof/proved.h"
 
 namespace geometry
 {
@@ -309,32 +310,58 @@ bool SubtractSolid(CPolygon const & polygon, PolygonVector & result, CPolygon co
 
 // --- front ends ------------------------------------------------------------------------------------------------
 
-bool CPolygon::SubtractPolygon(std::vector<CPolygon*> & result, CPolygon const & other) const
+namespace
 {
-    DeletePolygons(result);
-    std::unique_ptr<Clipper> const clipper(CreateClipper());
-    bool isDone = false;
-    if (other.GetHoles().empty() && IsIndexUsed(true) && IsMostlyCovered(*this, other) && !HasUserInfo(*this))
-    {
-        isDone = SubtractSolid(*this, result, other, *clipper);
-    }
-    else
-    {
-        PushPolygon(result, std::make_unique<CPolygon>(*this));
-        isDone = SubtractPolygonRange(result, PolygonRange(1, &other), *clipper) != Clipper::eClipFailed;
-    }
+
+/// `run` of two polygons, proved.
+template <typename Run>
+bool RunProvedPair(CReport::EOperation operation, CPolygon const & polygon, CPolygon const & other,
+                   PolygonVector & result, CRegionJudge::Membership isMember, Run const & run)
+{
+    bool const isDone = RunProved({operation, {&polygon}, {&other}, isMember}, result,
+                                  [&](PolygonRange const & first, PolygonRange const & second, PolygonVector & out)
+                                  { return run(*first.front(), *second.front(), out); });
     CPolygonInternals::ForgetFacts(result);
     return isDone;
 }
 
+bool SubtractOne(CPolygon const & polygon, CPolygon const & other, PolygonVector & result)
+{
+    DeletePolygons(result);
+    std::unique_ptr<Clipper> const clipper(CreateClipper());
+    if (other.GetHoles().empty() && IsIndexUsed(true) && IsMostlyCovered(polygon, other) && !HasUserInfo(polygon))
+    {
+        return SubtractSolid(polygon, result, other, *clipper);
+    }
+    PushPolygon(result, std::make_unique<CPolygon>(polygon));
+    return SubtractPolygonRange(result, PolygonRange(1, &other), *clipper) != Clipper::eClipFailed;
+}
+
+} // namespace
+
+bool CPolygon::SubtractPolygon(std::vector<CPolygon*> & result, CPolygon const & other) const
+{
+    return RunProvedPair(
+        CReport::eOperationSubtract, *this, other, result,
+        [](std::size_t first, std::size_t second) { return first > 0 && second == 0; }, SubtractOne);
+}
+
 bool CPolygon::IntersectPolygon(std::vector<CPolygon*> & result, CPolygon const & other) const
 {
-    return IntersectPolygonRange(*this, result, PolygonRange(1, &other));
+    return RunProvedPair(
+        CReport::eOperationIntersect, *this, other, result,
+        [](std::size_t first, std::size_t second) { return first > 0 && second > 0; },
+        [](CPolygon const & a, CPolygon const & b, PolygonVector & out)
+        { return IntersectPolygonRange(a, out, PolygonRange(1, &b)); });
 }
 
 bool CPolygon::XORPolygon(std::vector<CPolygon*> & result, CPolygon const & other) const
 {
-    return XORPolygonRange(*this, result, PolygonRange(1, &other));
+    return RunProvedPair(
+        CReport::eOperationXOR, *this, other, result,
+        [](std::size_t first, std::size_t second) { return first != second; },
+        [](CPolygon const & a, CPolygon const & b, PolygonVector & out)
+        { return XORPolygonRange(a, out, PolygonRange(1, &b)); });
 }
 
 bool IntersectPolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range)

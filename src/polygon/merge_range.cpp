@@ -3,6 +3,9 @@
 #include "polygon/merge.h"
 
 #include <algorithm>
+#include <iterator>
+
+#include "proof/proved.h"
 
 namespace geometry
 {
@@ -62,6 +65,16 @@ void MoveOrClone(PolygonVector & polygons, PolygonVector & target)
 
 } // namespace
 
+namespace
+{
+
+bool IsInAny(std::size_t first, std::size_t second)
+{
+    return first + second > 0;
+}
+
+} // namespace
+
 EClipResult MergePolygonRange(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range,
                               Clipper & clipper)
 {
@@ -102,21 +115,26 @@ EClipResult MergeAllRestricted(PolygonVector & polygons, PolygonVector & result,
 
 bool CPolygon::MergePolygon(std::vector<CPolygon*> & result, CPolygon const & other) const
 {
-    std::unique_ptr<Clipper> const clipper(CreateClipper());
-    bool const isDone = MergePolygonRange(*this, result, PolygonRange(1, &other), *clipper) != Clipper::eClipFailed;
+    bool const isDone =
+        RunProved({CReport::eOperationMerge, {this}, {&other}, IsInAny}, result,
+                  [](PolygonRange const & first, PolygonRange const & second, PolygonVector & out)
+                  {
+                      std::unique_ptr<Clipper> const clipper(CreateClipper());
+                      return MergePolygonRange(*first.front(), out, second, *clipper) != Clipper::eClipFailed;
+                  });
     CPolygonInternals::ForgetFacts(result);
     return isDone;
 }
 
-bool CPolygon::MergePolygons(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons)
+namespace
+{
+
+bool MergeMany(PolygonRange const & polygons, PolygonVector & result)
 {
     OwningPolygonVector all;
     for (CPolygon const* polygon : polygons)
     {
-        if (polygon != nullptr && !polygon->GetOutline().empty())
-        {
-            PushPolygon(all, std::make_unique<CPolygon>(*polygon));
-        }
+        PushPolygon(all, std::make_unique<CPolygon>(*polygon));
     }
     std::unique_ptr<Clipper> const clipper(CreateClipper());
     OwningPolygonVector merged;
@@ -129,9 +147,22 @@ bool CPolygon::MergePolygons(std::vector<CPolygon*> & result, std::vector<CPolyg
     {
         DeletePolygons(merged);
     }
-    CPolygonInternals::ForgetFacts(merged);
     result.swap(merged); // what it held goes with `merged`
     return !lostHoles;
+}
+
+} // namespace
+
+bool CPolygon::MergePolygons(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons)
+{
+    PolygonRange range;
+    std::copy_if(polygons.begin(), polygons.end(), std::back_inserter(range),
+                 [](CPolygon const* polygon) { return polygon != nullptr && !polygon->GetOutline().empty(); });
+    bool const isDone = RunProved({CReport::eOperationMergeMany, {}, range, IsInAny}, result,
+                                  [](PolygonRange const &, PolygonRange const & inputs, PolygonVector & out)
+                                  { return MergeMany(inputs, out); });
+    CPolygonInternals::ForgetFacts(result);
+    return isDone;
 }
 
 } // namespace geometry

@@ -165,6 +165,7 @@ struct CPolygonInternals
         }
         source.m_Holes.Clear();
     }
+    static void Reverse(CPolygon & polygon) { polygon.ReverseWindingDirection(); }
     static CPolygon::PathObjects & OutlineOf(CPolygon & polygon) { return polygon.m_Outline; }
     static void ClearOutline(CPolygon & polygon) { polygon.ClearOutline(); }
     /// Gives an empty polygon a closed outline with all that is known of it.

@@ -15,6 +15,7 @@
 #include "polygon/merge.h"
 #include "polygon/subtract_tile.h"
 #include "polygon/tile_seams.h"
+#include "proof/proved.h"
 #include "report/reporting.h"
 #include "thread/join_all.h"
 #include "thread/mutex.h"
@@ -393,22 +394,32 @@ bool CPolygon::SubtractPolygons(std::vector<CPolygon*> & result, std::vector<CPo
     PolygonRange range;
     std::copy_if(polygons.begin(), polygons.end(), std::back_inserter(range),
                  [](CPolygon const* polygon) { return polygon != nullptr && !polygon->GetOutline().empty(); });
-    OwningPolygonVector pieces;
-    bool isDone = !this_thread::cancellation_requested();
-    if (isDone && range.empty())
+    auto const run = [workers](PolygonRange const & first, PolygonRange const & second, PolygonVector & out)
     {
-        PushPolygon(pieces, std::make_unique<CPolygon>(*this));
-    }
-    else if (isDone)
-    {
-        isDone = SubtractPolygonsCore(pieces, range, workers) && !this_thread::cancellation_requested();
-    }
-    if (!isDone)
-    {
-        DeletePolygons(pieces);
-    }
-    CPolygonInternals::ForgetFacts(pieces);
-    result.swap(pieces); // what it held goes with `pieces`
+        CPolygon const & polygon = *first.front();
+        OwningPolygonVector pieces;
+        bool isDone = !this_thread::cancellation_requested();
+        if (isDone && second.empty())
+        {
+            PushPolygon(pieces, std::make_unique<CPolygon>(polygon));
+        }
+        else if (isDone)
+        {
+            isDone = polygon.SubtractPolygonsCore(pieces, second, workers) && !this_thread::cancellation_requested();
+        }
+        if (!isDone)
+        {
+            DeletePolygons(pieces);
+        }
+        out.swap(pieces); // what it held goes with `pieces`
+        return isDone;
+    };
+    bool const isDone = RunProved({CReport::eOperationSubtractMany,
+                                   {this},
+                                   range,
+                                   [](std::size_t first, std::size_t second) { return first > 0 && second == 0; }},
+                                  result, run);
+    CPolygonInternals::ForgetFacts(result);
     return isDone;
 }
 

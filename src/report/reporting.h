@@ -16,6 +16,9 @@ public:
     CRunningOperation(CRunningOperation const &) = delete;
     CRunningOperation & operator=(CRunningOperation const &) = delete;
 
+    /// The caller of the library called this one.
+    bool IsOuter() const noexcept { return m_IsOuter; }
+
 private:
     bool m_IsOuter;
 };

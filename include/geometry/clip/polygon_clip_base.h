@@ -93,8 +93,9 @@ public:
 
     /// Reads `first` into the clip ring and `second` into the subject ring and runs the operation set before (a
     /// difference is `second` minus `first`). An inconsistent run is tried again with `first` moved by a tiny amount
-    /// (from 1e-11 to 1e-6 of the smaller side of its rectangle), 12 attempts in all; none is made of outlines with
-    /// arcs that reach beyond 1e15, where arcs have no precision left. Both polygons must stay alive and unchanged
+    /// (from 1e-11 to 1e-6 of the smaller side of its rectangle), 12 attempts in all, and then as often with both
+    /// scaled by a power of two to a size near 2^30. No attempt is made of outlines with arcs that reach beyond 1e15,
+    /// where arcs have no precision left. `eClipRetry` is reported (CReport). Both polygons must stay alive and unchanged
     /// until the results are fetched.
     EClipResult RunClip(CPolygon const & first, CPolygon const & second);
 
@@ -127,6 +128,8 @@ protected:
 
 private:
     EClipResult RunCoincident(CPolygon const & second);
+    EClipResult RunAttempts(CPolygon const & first, CPolygon const & second);
+    EClipResult RunAttemptsInFrame(CPolygon const & first, CPolygon const & second);
     void ReadPolygons(CPolygon const & first, CPolygon const & second, int attempt);
 };
 
