@@ -268,15 +268,20 @@ void CPathObjectArc::RecalculateBoundingRect()
     m_BoundingRect = IsValid() ? CalculateArcBoundingRect(SweepOf(*this)) : CBoundingRect<double>();
 }
 
+void CPathObjectArc::Scale(double sx, double sy)
+{
+    if (sx * sy < 0.0 && IsValid() && m_Points[eStart] != m_Points[eEnd])
+    {
+        m_Direction = IsCounterClockwise() ? eDirectionClockwise : eDirectionCounterClockwise;
+    }
+    CPathObjectBase::Scale(sx, sy);
+}
+
 void CPathObjectArc::DoPostTransformActions()
 {
     m_ArcPoints.Clear();
     if (IsValid())
     {
-        if (m_Points[eStart] != m_Points[eEnd])
-        {
-            m_Direction = eDirectionUnknown;
-        }
         m_Radius = CalculateArcRadius(m_Points[eStart], m_Points[eEnd], m_Points[eCentre]);
     }
     RecalculateBoundingRect();

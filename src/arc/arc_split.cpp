@@ -3,6 +3,9 @@
 // The crossings come from the sweep kernels. A point at the end of an object is no cut, since the end vertex belongs to
 // whatever follows; a point where an arc is only touched is a cut marked `touchOnly`. The cuts of an arc stand in the
 // one entry of its list, from start to end whatever its direction.
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
 #include <cstdint>
 #include <memory>
 #include <utility>
@@ -12,6 +15,7 @@
 
 #include "arc/arc_split.h"
 #include "arc/sweep_kernels.h"
+#include "path/segment_kernels.h"
 #include "path/split_helpers.h"
 
 namespace geometry
@@ -132,11 +136,30 @@ private:
         }
     }
 
+    /// A piece so flat that its rise over the chord is lost in the rounding of its points is the chord: read as an arc,
+    /// it could pass for the rest of its circle.
     void AppendArc(TPoint<double> const & from, TPoint<double> const & to, EPieceStart start)
     {
+        if (IsFlat(from, to))
+        {
+            Append(std::make_unique<CPathObjectPolyline>(from, to), start, true);
+            return;
+        }
         Append(std::make_unique<CPathObjectArc>(from, to, m_Arc.GetCentre(), m_Arc.IsCounterClockwise(),
                                                 m_Arc.GetRadius()),
                start, true);
+    }
+
+    bool IsFlat(TPoint<double> const & from, TPoint<double> const & to) const
+    {
+        constexpr double roundings = 4.0 * DBL_EPSILON;
+        double const radius = m_Arc.GetRadius();
+        TPoint<double> const & centre = m_Arc.GetCentre();
+        double const reach = std::max(std::fabs(centre.x), std::fabs(centre.y)) + radius;
+        double const cross = (from.x - centre.x) * (to.y - centre.y) - (from.y - centre.y) * (to.x - centre.x);
+        bool const isShortWay = m_Arc.IsCounterClockwise() ? cross >= 0.0 : cross <= 0.0; // not round the circle
+        // the rise is the square of the chord by eight radii
+        return isShortWay && SquareDistance(from, to) < 8.0 * radius * roundings * reach;
     }
 
     /// A piece without length, between two cuts at the same point.

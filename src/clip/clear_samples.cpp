@@ -1,5 +1,5 @@
 // Samples of the objects that begin where the rings met, located against the other ring with a margin far above
-// rounding, and a look for cut arcs that read the wrong way round. What these find makes the run a retry.
+// rounding. What these find makes the run a retry.
 #include "clip/clear_samples.h"
 
 #include <algorithm>
@@ -25,8 +25,6 @@ constexpr double sampleFraction = 0.38196601125010515;
 constexpr double arcMargin = 0.1;
 /// Clear of a segment, as a part of the size of its object: far above rounding, and above the first shifts of a retry.
 constexpr double relativeMargin = 1e-7;
-/// An arc whose ends are apart by less than this part of its largest coordinate may be read the wrong way round.
-constexpr double misreadPart = 1000.0 * DBL_EPSILON;
 
 /// The point is outside the rectangle by more than any margin and tolerance.
 bool IsFarFrom(CBoundingRect<double> const & rect, TPoint<double> const & point)
@@ -93,11 +91,6 @@ TPoint<double> SampleOfSegment(TPoint<double> const & a, TPoint<double> const & 
 namespace
 {
 
-bool MeetsOtherRing(CPathObjectHolder const* holder)
-{
-    return holder->HasIntersectionHistory() || holder->m_NewVertex;
-}
-
 /// A point on the segment `i` of the object.
 TPoint<double> SampleOf(CPathObjectBase const & object, std::ptrdiff_t i)
 {
@@ -156,30 +149,6 @@ bool IsWhollyOnSide(CPathObjectHolder const* ring, CPathObjectHolder const* othe
         holder = holder->m_Next;
     } while (holder != ring);
     return true;
-}
-
-bool HasMisreadArc(CPathObjectHolder const* ring)
-{
-    CPathObjectHolder const* holder = ring;
-    do
-    {
-        CPathObjectBase const & object = *holder->GetPathObject();
-        bool const isCut = MeetsOtherRing(holder) || MeetsOtherRing(holder->m_Next);
-        if (isCut && !object.CanAppendVertex())
-        {
-            CBoundingRect<double> const & rect = object.GetBoundingRect();
-            double const reach =
-                std::max({std::fabs(rect.minX), std::fabs(rect.minY), std::fabs(rect.maxX), std::fabs(rect.maxY)});
-            TPoint<double> const & start = object.GetStartPoint();
-            TPoint<double> const & end = object.GetEndPoint();
-            if (SquareDistance(start, end) < misreadPart * reach * misreadPart * reach && !(start == end))
-            {
-                return true;
-            }
-        }
-        holder = holder->m_Next;
-    } while (holder != ring);
-    return false;
 }
 
 namespace

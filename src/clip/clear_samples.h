@@ -29,11 +29,6 @@ bool AgreesWithSamples(CPathObjectHolder const* holder, CPathObjectHolder const*
 bool IsWhollyOnSide(CPathObjectHolder const* ring, CPathObjectHolder const* other,
                     CBoundingRect<double> const & otherRect, EPointPosition side);
 
-/// A cut has left an arc so short that rounding decides its sense: it passes for the rest of its circle. That happens
-/// where one crossing is found twice, a rounding error apart, and a coordinate is near zero, so that the two points
-/// differ by many units in the last place.
-bool HasMisreadArc(CPathObjectHolder const* ring);
-
 /// What the regions of the two rings say of a few points, to be compared with the result, which is traced from the
 /// rings and may use them up. Catches what no sample of an outline can: outlines that agree nearly everywhere, where
 /// the inside and the outside of everything may be taken for each other.

@@ -231,9 +231,11 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::DoClip()
     case EIntersectionOutcome::eNoIntersections:
         return ClipSeparateRings();
     case EIntersectionOutcome::eSameTrack:
+        return ClipCoincidentRings();
+    case EIntersectionOutcome::eInconsistent:
         break;
     }
-    return ClipCoincidentRings();
+    return this->eClipRetry;
 }
 
 namespace
@@ -265,10 +267,6 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCrossingR
     if (this->m_Operation == this->eClipRelationOnly)
     {
         return this->eClipSeparate;
-    }
-    if (HasMisreadArc(this->m_SubjectRing) || HasMisreadArc(this->m_ClipRing))
-    {
-        return this->eClipRetry;
     }
     CPathObjectHolder* const subject = SelectStartHolder(this->m_SubjectRing);
     CPathObjectHolder* const clip = SelectStartHolder(this->m_ClipRing);

@@ -105,6 +105,7 @@ enum class EIntersectionOutcome
 {
     eIntersections = 0,   ///< the rings have intersections
     eNoIntersections = 1, ///< no piece begins at an intersection
+    eInconsistent = 2,    ///< the pieces of an arc aren't as long as the arc
     eSameTrack = 3        ///< the rings are the same track
 };
 

@@ -6,11 +6,13 @@
 #include <memory>
 #include <optional>
 
+#include "arc/as_arc.h"
 #include "clip/candidates.h"
 #include "clip/clipper.h"
 #include "clip/ring_position.h"
 #include "numeric/nearby_pieces.h"
 #include "path/polyline_internals.h"
+#include "path/segment_kernels.h"
 #include "path/split_helpers.h"
 
 namespace geometry
@@ -180,11 +182,43 @@ struct TPieces
     std::vector<CPathObjectBase::SplitPiece> list;
 };
 
+/// What cutting one object came to.
+enum class ECutOutcome
+{
+    eNoCrossing,
+    eCrossing, ///< a piece begins at one
+    eInconsistent
+};
+
+/// A cut may leave an arc so short that rounding decides its sense: it passes for the rest of its circle, and the pieces
+/// are longer by a circle than what they were cut from.
+bool IsAsLongAs(std::vector<CPathObjectBase::SplitPiece> const & pieces, CPathObjectArc const & arc)
+{
+    constexpr double shortPart = 1e-6; // of the radius; pieces with farther ends leave no doubt
+    double const shortest = shortPart * arc.GetRadius();
+    auto const isDoubtful = [&](CPathObjectBase::SplitPiece const & piece)
+    {
+        CPathObjectBase const & object = *piece.first;
+        return AsArc(object) != nullptr &&
+               SquareDistance(object.GetStartPoint(), object.GetEndPoint()) < shortest * shortest;
+    };
+    if (std::none_of(pieces.begin(), pieces.end(), isDoubtful))
+    {
+        return true;
+    }
+    double length = 0.0;
+    for (CPathObjectBase::SplitPiece const & piece : pieces)
+    {
+        length += piece.first->CalculateLength();
+    }
+    return std::fabs(length - arc.CalculateLength()) < arc.GetRadius(); // a circle is six radii
+}
+
 /// Cuts the object of `holder` along the noted cuts, which have done their service then, and moves the pieces into
 /// holders: the first into `holder` itself, each further one into a new holder behind the one before it. `onPiece` is
-/// called with the holder of each piece. True if a piece begins at a crossing. `pieces`: memory to be used again.
+/// called with the holder of each piece. `pieces`: memory to be used again.
 template <typename OnPiece>
-bool CutObject(CPathObjectHolder* holder, TPieces & pieces, OnPiece onPiece)
+ECutOutcome CutObject(CPathObjectHolder* holder, TPieces & pieces, OnPiece onPiece)
 {
     pieces.Clear();
     if (holder->HasSplitPositions())
@@ -198,6 +232,11 @@ bool CutObject(CPathObjectHolder* holder, TPieces & pieces, OnPiece onPiece)
         else
         {
             object.DoSplits(holder->GetSplitPositions(), pieces.list);
+            CPathObjectArc const* const arc = AsArc(object);
+            if (arc != nullptr && !IsAsLongAs(pieces.list, *arc))
+            {
+                return ECutOutcome::eInconsistent;
+            }
         }
     }
     holder->ClearSplitPositions();
@@ -223,7 +262,7 @@ bool CutObject(CPathObjectHolder* holder, TPieces & pieces, OnPiece onPiece)
         hasIntersection = hasIntersection || isIntersection;
         onPiece(last);
     }
-    return hasIntersection;
+    return hasIntersection ? ECutOutcome::eCrossing : ECutOutcome::eNoCrossing;
 }
 
 /// The holder of the partner's ring whose object covers the track of `holder`, if the rings are the same.
@@ -264,24 +303,30 @@ EIntersectionOutcome FindAndSplitIntersections(CPathObjectHolder* subject, CPath
     // all lists must be complete before the first cut: their entries refer to the points of uncut objects
     bool const allTouched = NoteCuts(subject, clip);
     bool hasIntersection = false;
+    bool isConsistent = true;
     TPieces pieces;
     CStackBuffer<1024> buffer;
     CCandidates candidates(sameWinding, buffer);
-    ForEachHolder(
-        subject, [&](CPathObjectHolder* holder)
-        { hasIntersection |= CutObject(holder, pieces, [&](CPathObjectHolder* placed) { candidates.Add(placed); }); });
+    auto const cut = [&](CPathObjectHolder* holder, auto const & onPiece)
+    {
+        ECutOutcome const outcome = CutObject(holder, pieces, onPiece);
+        hasIntersection = hasIntersection || outcome == ECutOutcome::eCrossing;
+        isConsistent = isConsistent && outcome != ECutOutcome::eInconsistent;
+    };
+    ForEachHolder(subject, [&](CPathObjectHolder* holder)
+                  { cut(holder, [&](CPathObjectHolder* placed) { candidates.Add(placed); }); });
     subject->m_Memory->ReleaseCuts();
     ForEachHolder(clip,
                   [&](CPathObjectHolder* holder)
                   {
-                      hasIntersection |= CutObject(holder, pieces,
-                                                   [&](CPathObjectHolder* placed)
-                                                   {
-                                                       if (placed->m_IsIntersection)
-                                                       {
-                                                           candidates.Pair(placed);
-                                                       }
-                                                   });
+                      cut(holder,
+                          [&](CPathObjectHolder* placed)
+                          {
+                              if (placed->m_IsIntersection)
+                              {
+                                  candidates.Pair(placed);
+                              }
+                          });
                   });
     clip->m_Memory->ReleaseCuts();
     ForEachHolder(subject,
@@ -293,6 +338,10 @@ EIntersectionOutcome FindAndSplitIntersections(CPathObjectHolder* subject, CPath
                       }
                   });
 
+    if (!isConsistent)
+    {
+        return EIntersectionOutcome::eInconsistent;
+    }
     if (!hasIntersection)
     {
         return EIntersectionOutcome::eNoIntersections;

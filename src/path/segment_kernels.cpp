@@ -44,6 +44,13 @@ bool IsPointOnSegment(TPoint<double> const & s0, TPoint<double> const & s1, TPoi
 namespace
 {
 
+/// The point lies, within tolerance, in the rectangle of the segment.
+bool IsInRectOf(TPoint<double> const & s0, TPoint<double> const & s1, TPoint<double> const & p)
+{
+    return !IsClearlyGreater(p.x, std::max(s0.x, s1.x)) && !IsClearlyLess(p.x, std::min(s0.x, s1.x)) &&
+           !IsClearlyGreater(p.y, std::max(s0.y, s1.y)) && !IsClearlyLess(p.y, std::min(s0.y, s1.y));
+}
+
 /// The end points of one segment that lie on the other, in a fixed order; step two of `IntersectSegments`.
 bool IntersectByEndPoints(TPoint<double> const & a0, TPoint<double> const & a1, TPoint<double> const & b0,
                           TPoint<double> const & b1, bool includeEndA, bool includeEndB, TPoint<double> & first,
@@ -120,7 +127,9 @@ bool IntersectSegments(TPoint<double> const & a0, TPoint<double> const & a1, TPo
         if (0.0 <= s && s <= 1.0 && 0.0 <= t && t <= 1.0)
         {
             TPoint<double> const p(a0.x + s * dax, a0.y + s * day);
-            if ((includeEndA || !(p == a1)) && (includeEndB || !(p == b1)))
+            // where the determinant is but rounding, p may lie anywhere along one of the two
+            bool const isOnBoth = IsInRectOf(a0, a1, p) && IsInRectOf(b0, b1, p);
+            if (isOnBoth && (includeEndA || !(p == a1)) && (includeEndB || !(p == b1)))
             {
                 first = p;
                 second = p;

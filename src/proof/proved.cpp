@@ -92,39 +92,25 @@ CBoundingRect<double> RectAt(TPoint<double> const & point)
 
 } // namespace
 
-bool RunProved(TRegionTask const & task, PolygonVector & result, RegionRun const & run)
+namespace
 {
-    CRunningOperation const running(task.operation);
-    if (!running.IsOuter())
-    {
-        return run(task.first, task.second, result);
-    }
-    CReportTrial trial;
-    bool const isDone = run(task.first, task.second, result);
-    if (this_thread::cancellation_requested())
-    {
-        trial.PassOn();
-        Report(CReport::eReasonStopped, RectOf(task));
-        return isDone;
-    }
-    if (!isDone)
-    {
-        trial.PassOn();
-        return false;
-    }
+
+/// What the judge says of `made`, or of another way if there is one, which takes its place then.
+void Prove(TRegionTask const & task, CReportTrial & trial, PolygonVector & made, RegionRun const & run)
+{
     CRegionJudge judge(task.first, task.second, task.isMember);
-    std::optional<TPoint<double>> const contradiction = judge.FindContradiction(result);
+    std::optional<TPoint<double>> const contradiction = judge.FindContradiction(made);
     if (!contradiction && trial.IsComplete())
     {
-        return true;
+        return;
     }
     for (TWay const & way : otherWays)
     {
         OwningPolygonVector other;
         if (RunOtherWay(task, way, other, run) && !judge.FindContradiction(other))
         {
-            result.swap(other);
-            return true;
+            made.swap(other);
+            return;
         }
         if (this_thread::cancellation_requested())
         {
@@ -136,7 +122,35 @@ bool RunProved(TRegionTask const & task, PolygonVector & result, RegionRun const
     {
         Report(CReport::eReasonContradicted, RectAt(*contradiction));
     }
-    return true;
+}
+
+} // namespace
+
+bool RunProved(TRegionTask const & task, PolygonVector & result, RegionRun const & run)
+{
+    CRunningOperation const running(task.operation);
+    if (!running.IsOuter())
+    {
+        return run(task.first, task.second, result);
+    }
+    CReportTrial trial;
+    OwningPolygonVector made;
+    bool const isDone = run(task.first, task.second, made);
+    if (this_thread::cancellation_requested())
+    {
+        trial.PassOn();
+        Report(CReport::eReasonStopped, RectOf(task));
+    }
+    else if (isDone)
+    {
+        Prove(task, trial, made, run);
+    }
+    else
+    {
+        trial.PassOn();
+    }
+    result.swap(made); // what it held goes with `made`
+    return isDone;
 }
 
 } // namespace geometry

@@ -139,6 +139,9 @@ public:
 
     // --- numeric state ---
 
+    /// Moving and turning leave the direction as it is, whatever rounding does to the points; mirroring turns it round,
+    /// but for a full circle.
+    void Scale(double sx, double sy) override;
     void TryToCorrectProblems() override;
     void RecalculateBoundingRect() override;
 
