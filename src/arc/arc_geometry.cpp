@@ -6,6 +6,7 @@
 #include "arc/arc_geometry.h"
 
 #include <algorithm>
+#include <cfloat>
 
 namespace geometry
 {
@@ -183,6 +184,13 @@ double CalculateSweepLength(Sweep const & sweep)
         b += TwoPi;
     }
     return (b - a) * sweep.r;
+}
+
+bool IsOrderDoubtful(TPoint<double> const & p, TPoint<double> const & q, TPoint<double> const & centre, double radius)
+{
+    constexpr double doubtfulPart = 1000.0 * DBL_EPSILON; // of the largest coordinate
+    double const distance = doubtfulPart * (std::max(std::fabs(centre.x), std::fabs(centre.y)) + radius);
+    return SquareDistance(p, q) < distance * distance && !(p == q);
 }
 
 void CorrectArcCentre(TPoint<double> const & a, TPoint<double> const & b, TPoint<double> & c, double & r)

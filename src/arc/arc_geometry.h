@@ -69,6 +69,10 @@ struct TInnerChordPoints
 /// As in the points of the arc, which aren't kept for it. The arc must be valid and not degenerate.
 TInnerChordPoints FindInnerChordPoints(CPathObjectArc const & arc);
 
+/// Two points on a circle that are so near each other that rounding decides which comes first: an arc between them may
+/// pass for nothing or for the whole circle. Points that are the same count as clear.
+bool IsOrderDoubtful(TPoint<double> const & p, TPoint<double> const & q, TPoint<double> const & centre, double radius);
+
 /// Makes the centre fit both ends and the radius with the smallest move. A chord longer than the diameter becomes a
 /// half circle: the centre its middle, the radius half of it. Equal ends: nothing changes.
 void CorrectArcCentre(TPoint<double> const & a, TPoint<double> const & b, TPoint<double> & c, double & r);

@@ -6,17 +6,20 @@
 
 #include <geometry/arc/path_object_arc.h>
 
+#include "arc/arc_geometry.h"
+
 namespace geometry
 {
 
 namespace
 {
 
-/// The two lie about one centre and run the same way.
-bool AreJoinable(CPathObjectArc const & a, CPathObjectArc const & b)
+/// The two lie about one centre and run the same way, and together come either to a full circle or to clearly less.
+bool AreJoinable(CPathObjectArc const & a, CPathObjectArc const & b, TPoint<double> const & start,
+                 TPoint<double> const & end)
 {
-    return a.IsValid() && b.IsValid() && a.GetCentre() == b.GetCentre() &&
-           a.IsCounterClockwise() == b.IsCounterClockwise();
+    return !IsOrderDoubtful(start, end, a.GetCentre(), a.GetRadius()) && a.IsValid() && b.IsValid() &&
+           a.GetCentre() == b.GetCentre() && a.IsCounterClockwise() == b.IsCounterClockwise();
 }
 
 /// `first` runs into `second`; centre, direction, radius and user info come from `model`, which is one of the two.
@@ -52,7 +55,8 @@ CPathObjectBase* CPathObjectArc::Append(CPathObjectBase const* other) const
 
 CPathObjectArc* CPathObjectArc::AppendArc(CPathObjectArc const* const other) const
 {
-    if (other == nullptr || !AreJoinable(*this, *other) || GetEndPoint() != other->GetStartPoint())
+    if (other == nullptr || !AreJoinable(*this, *other, GetStartPoint(), other->GetEndPoint()) ||
+        GetEndPoint() != other->GetStartPoint())
     {
         return nullptr;
     }
@@ -66,7 +70,8 @@ CPathObjectBase* CPathObjectArc::Prepend(CPathObjectBase const* other) const
 
 CPathObjectArc* CPathObjectArc::PrependArc(CPathObjectArc const* const other) const
 {
-    if (other == nullptr || !AreJoinable(*this, *other) || GetStartPoint() != other->GetEndPoint())
+    if (other == nullptr || !AreJoinable(*this, *other, other->GetStartPoint(), GetEndPoint()) ||
+        GetStartPoint() != other->GetEndPoint())
     {
         return nullptr;
     }

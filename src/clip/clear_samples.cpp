@@ -165,18 +165,131 @@ TPoint<double> SpreadPoint(CBoundingRect<double> const & rect, int i)
 
 } // namespace
 
-CRegionProof::CRegionProof(std::array<CBoundingRect<double>, 2> const & rects, CFold* fold) : m_Fold(fold)
+namespace
 {
-    constexpr int pointsInRect = static_cast<int>(PointCount / 2);
-    std::size_t i = 0;
-    for (CBoundingRect<double> const & rect : rects)
+
+/// Two points, one on each side of an object, so far from it that it leaves no doubt about them. None beside one without
+/// extent.
+struct TPointsBeside
+{
+    TPoint<double> left;
+    TPoint<double> right;
+    bool areValid = false;
+};
+
+TPointsBeside FindPointsBeside(CPathObjectBase const & object)
+{
+    constexpr double room = 1.5; // times the margin
+    TPointsBeside points;
+    if (object.IsDegenerate() || object.GetPointsEnd() - object.GetPointsBegin() < 2)
     {
-        for (int k = 1; k <= pointsInRect; ++k, ++i)
+        return points;
+    }
+    TPoint<double> at = SampleOf(object, 0);
+    TPoint<double> along(object.GetPointsBegin()[1].x - object.GetPointsBegin()->x,
+                         object.GetPointsBegin()[1].y - object.GetPointsBegin()->y);
+    double margin = 0.0;
+    if (CPathObjectArc const* const arc = AsArc(object))
+    {
+        at = arc->GetInbetweenPoint();
+        along = TPoint<double>(arc->GetCentre().y - at.y, at.x - arc->GetCentre().x);
+        margin = arcMargin;
+    }
+    CBoundingRect<double> const & rect = object.GetBoundingRect();
+    double const size = std::max(rect.maxX - rect.minX, rect.maxY - rect.minY);
+    double const distance = room * std::max(margin, relativeMargin * size);
+    double const length = std::sqrt(along.x * along.x + along.y * along.y);
+    points.areValid = length > 0.0;
+    TPoint<double> const across(-along.y / length * distance, along.x / length * distance);
+    points.left = TPoint<double>(at.x + across.x, at.y + across.y);
+    points.right = TPoint<double>(at.x - across.x, at.y - across.y);
+    return points;
+}
+
+/// Adds what the points beside some objects of `ring`, evenly chosen, tell.
+void AddRelation(CPathObjectHolder const* ring, CPathObjectHolder const* subject, CPathObjectHolder const* clip,
+                 TRelation & relation)
+{
+    constexpr std::size_t most = 32;
+    std::size_t const step = CountHolders(ring) / most + 1;
+    std::size_t index = 0;
+    CPathObjectHolder const* holder = ring;
+    do
+    {
+        TPointsBeside const points = index++ % step == 0 && holder->m_Run == nullptr
+                                         ? FindPointsBeside(*holder->GetPathObject())
+                                         : TPointsBeside();
+        for (TPoint<double> const & point : {points.left, points.right})
         {
-            m_Points[i] = SpreadPoint(rect, k);
-            m_X[i] = m_Points[i].x;
-            m_IsAway[i] = fold != nullptr && !fold->IsInWindow(m_Points[i]);
+            EPointPosition const inSubject =
+                points.areValid ? LocateClearly(point, subject, false) : EPointPosition::eOnRing;
+            EPointPosition const inClip =
+                inSubject != EPointPosition::eOnRing ? LocateClearly(point, clip, false) : EPointPosition::eOnRing;
+            bool const isInSubject = inSubject == EPointPosition::eInside;
+            bool const isInClip = inClip == EPointPosition::eInside;
+            bool const isClear = inClip != EPointPosition::eOnRing;
+            relation.isAnyInBoth = relation.isAnyInBoth || (isClear && isInSubject && isInClip);
+            relation.isAnyInSubjectOnly = relation.isAnyInSubjectOnly || (isClear && isInSubject && !isInClip);
+            relation.isAnyInClipOnly = relation.isAnyInClipOnly || (isClear && !isInSubject && isInClip);
         }
+        holder = holder->m_Next;
+    } while (holder != ring);
+}
+
+} // namespace
+
+TRelation FindRelation(CPathObjectHolder const* subject, CPathObjectHolder const* clip)
+{
+    TRelation relation;
+    AddRelation(subject, subject, clip, relation);
+    AddRelation(clip, subject, clip, relation);
+    return relation;
+}
+
+void CRegionProof::AddPointsBeside(CPathObjectHolder const* ring, std::size_t first, std::size_t last)
+{
+    std::size_t crossings = 0;
+    CPathObjectHolder const* holder = ring;
+    do
+    {
+        crossings += holder->m_IsIntersection && holder->m_Run == nullptr ? 1 : 0;
+        holder = holder->m_Next;
+    } while (holder != ring);
+    std::size_t const step = crossings / (last - first) + 1;
+    std::size_t index = 0;
+    do
+    {
+        if (holder->m_IsIntersection && holder->m_Run == nullptr && index++ % step == 0 && first < last)
+        {
+            TPointsBeside const points = FindPointsBeside(*holder->GetPathObject());
+            if (points.areValid)
+            {
+                m_Points[first] = index % 2 != 0 ? points.left : points.right;
+                ++first;
+            }
+        }
+        holder = holder->m_Next;
+    } while (holder != ring);
+}
+
+CRegionProof::CRegionProof(std::array<CBoundingRect<double>, 2> const & rects,
+                           std::array<CPathObjectHolder const*, 2> const & rings, CFold* fold)
+    : m_Fold(fold)
+{
+    constexpr std::size_t pointsOfRing = PointCount / 2;
+    for (std::size_t k = 0; k < rects.size(); ++k)
+    {
+        for (std::size_t i = 0; i < pointsOfRing; ++i)
+        {
+            m_Points[k * pointsOfRing + i] = SpreadPoint(rects[k], static_cast<int>(i) + 1);
+        }
+        // the later half of them gives way to points beside the pieces
+        AddPointsBeside(rings[k], k * pointsOfRing + pointsOfRing / 2, (k + 1) * pointsOfRing);
+    }
+    for (std::size_t i = 0; i < PointCount; ++i)
+    {
+        m_X[i] = m_Points[i].x;
+        m_IsAway[i] = fold != nullptr && !fold->IsInWindow(m_Points[i]);
     }
     auto const [lowest, highest] = std::minmax_element(m_X.begin(), m_X.end());
     double const cellsPerUnit = LastCell / (*highest - *lowest);

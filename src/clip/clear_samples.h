@@ -29,14 +29,29 @@ bool AgreesWithSamples(CPathObjectHolder const* holder, CPathObjectHolder const*
 bool IsWhollyOnSide(CPathObjectHolder const* ring, CPathObjectHolder const* other,
                     CBoundingRect<double> const & otherRect, EPointPosition side);
 
+/// How the regions of two rings that don't cross stand to each other, as far as points beside their objects tell that are
+/// well away from both.
+struct TRelation
+{
+    bool isAnyInBoth = false;
+    bool isAnyInSubjectOnly = false;
+    bool isAnyInClipOnly = false;
+
+    /// The two regions are the same.
+    bool IsSame() const { return isAnyInBoth && !isAnyInSubjectOnly && !isAnyInClipOnly; }
+};
+TRelation FindRelation(CPathObjectHolder const* subject, CPathObjectHolder const* clip);
+
 /// What the regions of the two rings say of a few points, to be compared with the result, which is traced from the
 /// rings and may use them up. Catches what no sample of an outline can: outlines that agree nearly everywhere, where
 /// the inside and the outside of everything may be taken for each other.
 class CRegionProof
 {
 public:
-    /// Points spread over the rectangles of the subject and the clip. `fold`: of the subject, or null.
-    CRegionProof(std::array<CBoundingRect<double>, 2> const & rects, CFold* fold);
+    /// Points spread over the rectangles of the subject and the clip, and beside pieces of their rings that begin at a
+    /// crossing. `fold`: of the subject, or null.
+    CRegionProof(std::array<CBoundingRect<double>, 2> const & rects,
+                 std::array<CPathObjectHolder const*, 2> const & rings, CFold* fold);
 
     /// Asks first the one ring for the points, then the other one.
     void ReadClip(CPathObjectHolder const* clip);
@@ -63,6 +78,7 @@ private:
                            bool (*isMember)(bool inSubject, bool inClip)) const;
     EExpected ExpectAway(std::size_t i, CPathObjectHolder const* subject, bool isSubjectKept) const;
 
+    void AddPointsBeside(CPathObjectHolder const* ring, std::size_t first, std::size_t last);
     void CountObject(CPathObjectBase const & object);
     /// Never falls where `x` grows.
     unsigned int CellOf(double x) const

@@ -293,7 +293,7 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCrossingR
     }
     auto const isMember = MembershipOf<T>(this->m_Operation);
     CFold* const fold = this->m_Fold.get();
-    CRegionProof proof({this->m_SubjectRect, this->m_ClipRect}, fold);
+    CRegionProof proof({this->m_SubjectRect, this->m_ClipRect}, {subject, clip}, fold);
     proof.ReadClip(clip);
     m_ClipIndex.RetireFor(m_SubjectIndex);
     if (MarkRing(clip, subject, invertClip, this->m_SubjectRect) != EMarkOutcome::eMarked)
@@ -326,6 +326,41 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipCrossingR
     return this->eClipResultReady;
 }
 
+namespace
+{
+
+/// The other ring has cut or touched this one.
+bool HaveMet(CPathObjectHolder const* ring)
+{
+    CPathObjectHolder const* holder = ring;
+    do
+    {
+        if (holder->HasIntersectionHistory() || holder->m_NewVertex)
+        {
+            return true;
+        }
+        holder = holder->m_Next;
+    } while (holder != ring);
+    return false;
+}
+
+bool Agrees(ESeparateOutcome outcome, TRelation const & relation)
+{
+    switch (outcome)
+    {
+    case ESeparateOutcome::eSubjectInsideClip:
+        return !relation.isAnyInSubjectOnly;
+    case ESeparateOutcome::eClipInsideSubject:
+        return !relation.isAnyInClipOnly;
+    case ESeparateOutcome::eSeparate:
+    case ESeparateOutcome::eOnEachOther:
+        break;
+    }
+    return !relation.isAnyInBoth;
+}
+
+} // namespace
+
 template <typename T>
 typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipSeparateRings()
 {
@@ -339,6 +374,19 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipSeparateR
     {
         return this->eClipRetry;
     }
+    if (HaveMet(this->m_SubjectRing) || HaveMet(this->m_ClipRing) || outcome == ESeparateOutcome::eOnEachOther)
+    {
+        // points of the outlines themselves may be judged by tolerance alone
+        TRelation const relation = FindRelation(this->m_SubjectRing, this->m_ClipRing);
+        if (relation.IsSame())
+        {
+            return ClipCoincidentRings();
+        }
+        if (!Agrees(outcome, relation))
+        {
+            return this->eClipRetry;
+        }
+    }
     switch (outcome)
     {
     case ESeparateOutcome::eSubjectInsideClip:
@@ -348,6 +396,7 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipQuorvane<T>::ClipSeparateR
         this->m_Status = this->eStatusClipInsideSubject;
         return this->eClipClipInsideSubject;
     case ESeparateOutcome::eSeparate:
+    case ESeparateOutcome::eOnEachOther:
         break;
     }
     this->m_Status = this->eStatusSeparate;

@@ -177,7 +177,8 @@ enum class ESeparateOutcome
 {
     eSubjectInsideClip = 1,
     eClipInsideSubject = 2,
-    eSeparate = 3
+    eSeparate = 3,
+    eOnEachOther = 4 ///< all that was looked at lies on the other ring; taken for separate where nothing else is known
 };
 
 ESeparateOutcome ClassifySeparateRings(CPathObjectHolder const* subjectRing, CPathObjectHolder const* clipRing);

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 
+#include "arc/arc_geometry.h"
 #include "arc/as_arc.h"
 #include "clip/candidates.h"
 #include "clip/clipper.h"
@@ -190,28 +191,34 @@ enum class ECutOutcome
     eInconsistent
 };
 
-/// A cut may leave an arc so short that rounding decides its sense: it passes for the rest of its circle, and the pieces
-/// are longer by a circle than what they were cut from.
-bool IsAsLongAs(std::vector<CPathObjectBase::SplitPiece> const & pieces, CPathObjectArc const & arc)
+/// The pieces of an arc are arcs that leave no doubt about their sense. A cut may leave one so short that rounding
+/// decides: it passes for the rest of its circle then, and the pieces are longer by a circle than what they were cut
+/// from.
+bool AreClearArcs(std::vector<CPathObjectBase::SplitPiece> const & pieces, CPathObjectArc const & arc)
 {
-    constexpr double shortPart = 1e-6; // of the radius; pieces with farther ends leave no doubt
-    double const shortest = shortPart * arc.GetRadius();
-    auto const isDoubtful = [&](CPathObjectBase::SplitPiece const & piece)
-    {
-        CPathObjectBase const & object = *piece.first;
-        return AsArc(object) != nullptr &&
-               SquareDistance(object.GetStartPoint(), object.GetEndPoint()) < shortest * shortest;
-    };
-    if (std::none_of(pieces.begin(), pieces.end(), isDoubtful))
-    {
-        return true;
-    }
-    double length = 0.0;
+    constexpr double shortPart = 1e-6; // of the radius: with ends farther apart there is no doubt
+    double const radius = arc.GetRadius();
+    bool isAnyShort = false;
     for (CPathObjectBase::SplitPiece const & piece : pieces)
     {
-        length += piece.first->CalculateLength();
+        CPathObjectBase const & object = *piece.first;
+        TPoint<double> const & start = object.GetStartPoint();
+        TPoint<double> const & end = object.GetEndPoint();
+        if (AsArc(object) != nullptr && SquareDistance(start, end) < shortPart * radius * shortPart * radius)
+        {
+            if (IsOrderDoubtful(start, end, arc.GetCentre(), radius))
+            {
+                return false;
+            }
+            isAnyShort = true;
+        }
     }
-    return std::fabs(length - arc.CalculateLength()) < arc.GetRadius(); // a circle is six radii
+    double length = 0.0;
+    for (std::size_t i = 0; isAnyShort && i < pieces.size(); ++i)
+    {
+        length += pieces[i].first->CalculateLength();
+    }
+    return !isAnyShort || std::fabs(length - arc.CalculateLength()) < radius; // a circle is six radii
 }
 
 /// Cuts the object of `holder` along the noted cuts, which have done their service then, and moves the pieces into
@@ -233,7 +240,7 @@ ECutOutcome CutObject(CPathObjectHolder* holder, TPieces & pieces, OnPiece onPie
         {
             object.DoSplits(holder->GetSplitPositions(), pieces.list);
             CPathObjectArc const* const arc = AsArc(object);
-            if (arc != nullptr && !IsAsLongAs(pieces.list, *arc))
+            if (arc != nullptr && !AreClearArcs(pieces.list, *arc))
             {
                 return ECutOutcome::eInconsistent;
             }

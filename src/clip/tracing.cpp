@@ -387,15 +387,18 @@ ESeparateOutcome ClassifySeparateRings(CPathObjectHolder const* subjectRing, CPa
     {
         return ESeparateOutcome::eSeparate;
     }
-    if (LocateRing(subjectRing, clipRing) == EPointPosition::eInside)
+    EPointPosition const ofSubject = LocateRing(subjectRing, clipRing);
+    if (ofSubject == EPointPosition::eInside)
     {
         return ESeparateOutcome::eSubjectInsideClip;
     }
-    if (LocateRing(clipRing, subjectRing) == EPointPosition::eInside)
+    EPointPosition const ofClip = LocateRing(clipRing, subjectRing);
+    if (ofClip == EPointPosition::eInside)
     {
         return ESeparateOutcome::eClipInsideSubject;
     }
-    return ESeparateOutcome::eSeparate;
+    bool const areOnEachOther = ofSubject == EPointPosition::eOnRing && ofClip == EPointPosition::eOnRing;
+    return areOnEachOther ? ESeparateOutcome::eOnEachOther : ESeparateOutcome::eSeparate;
 }
 
 } // namespace geometry
