@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "arc/arc_geometry.h"
 #include "arc/as_arc.h"
 
 namespace geometry
@@ -24,10 +25,13 @@ void COutlineProbe::Read(CPolygon const & polygon)
             ReadArc(*arc);
             continue;
         }
-        auto const end = object->GetPointsEnd();
-        for (auto point = object->GetPointsBegin(); point != end; ++point)
+        auto point = object->GetPointsBegin();
+        std::size_t const first = m_Nodes.size();
+        m_Nodes.resize(first + static_cast<std::size_t>(object->GetPointsEnd() - point));
+        for (auto node = m_Nodes.begin() + static_cast<std::ptrdiff_t>(first); node != m_Nodes.end(); ++node, ++point)
         {
-            AddNode(*point);
+            node->x = point->x;
+            node->y = point->y;
         }
     }
     if (!m_Nodes.empty())
@@ -40,12 +44,13 @@ void COutlineProbe::Read(CPolygon const & polygon)
 /// Counter-clockwise, the upper half of a circle is passed to the left and the lower one to the right.
 void COutlineProbe::ReadArc(CPathObjectArc const & arc)
 {
-    TPoint<double> const centre = arc.GetCentre();
+    TPoint<double> const* const points = CArcInternals::GetPoints(arc);
+    TPoint<double> const & start = points[0];
+    TPoint<double> const & end = points[1];
+    TPoint<double> const & centre = points[2];
     double const radius = arc.GetRadius();
     bool const isForward = arc.IsCounterClockwise();
-    TPoint<double> const start = arc.GetStartPoint();
-    TPoint<double> const end = arc.GetEndPoint();
-    if (arc.IsFullCircle())
+    if (start == end && arc.IsFullCircle())
     {
         m_Nodes.push_back({centre.x - radius, centre.y, &arc, true});
         m_Nodes.push_back({centre.x + radius, centre.y, &arc, false});
@@ -68,31 +73,44 @@ void COutlineProbe::ReadArc(CPathObjectArc const & arc)
     AddNode(end);
 }
 
-COutlineProbe::TBlock COutlineProbe::BlockOfPiece(std::size_t index) const
+COutlineProbe::TBlock COutlineProbe::BlockOfPieces(std::size_t first, std::size_t last) const
 {
-    TNode const & a = m_Nodes[index];
-    TNode const & b = m_Nodes[index + 1];
-    TBlock block{std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y), a.x, b.x};
-    if (a.arc != nullptr)
+    TNode const & start = m_Nodes[first];
+    TBlock block{start.x, start.y, start.x, start.y, start.x, m_Nodes[last].x};
+    for (std::size_t i = first; i <= last; ++i)
     {
-        // the whole half of the circle, up or down: a piece of it may pass the top
-        double const y = a.arc->GetCentre().y + (a.isUpper ? a.arc->GetRadius() : -a.arc->GetRadius());
-        block.minY = std::min(block.minY, y);
-        block.maxY = std::max(block.maxY, y);
+        TNode const & node = m_Nodes[i];
+        block.minX = std::min(block.minX, node.x);
+        block.minY = std::min(block.minY, node.y);
+        block.maxX = std::max(block.maxX, node.x);
+        block.maxY = std::max(block.maxY, node.y);
+        if (node.arc != nullptr && i < last)
+        {
+            // the whole half of the circle, up or down: a piece of it may pass the top
+            double const y = node.arc->GetCentre().y + (node.isUpper ? node.arc->GetRadius() : -node.arc->GetRadius());
+            block.minY = std::min(block.minY, y);
+            block.maxY = std::max(block.maxY, y);
+        }
     }
+    return block;
+}
+
+COutlineProbe::TBlock COutlineProbe::BlockOf(Blocks const & below, std::size_t first, std::size_t last)
+{
+    TBlock block = below[first];
+    for (std::size_t i = first + 1; i < last; ++i)
+    {
+        block.minX = std::min(block.minX, below[i].minX);
+        block.minY = std::min(block.minY, below[i].minY);
+        block.maxX = std::max(block.maxX, below[i].maxX);
+        block.maxY = std::max(block.maxY, below[i].maxY);
+    }
+    block.endX = below[last - 1].endX;
     return block;
 }
 
 void COutlineProbe::MakeBlocks()
 {
-    auto const extend = [](TBlock & all, TBlock const & one)
-    {
-        all.minX = std::min(all.minX, one.minX);
-        all.minY = std::min(all.minY, one.minY);
-        all.maxX = std::max(all.maxX, one.maxX);
-        all.maxY = std::max(all.maxY, one.maxY);
-        all.endX = one.endX;
-    };
     m_LevelCount = 0;
     std::size_t count = m_Nodes.empty() ? 0 : m_Nodes.size() - 1;
     while (count > BlockSize)
@@ -102,19 +120,13 @@ void COutlineProbe::MakeBlocks()
             m_Levels.emplace_back();
         }
         Blocks & level = m_Levels[m_LevelCount];
-        auto const below = [&](std::size_t i)
-        { return m_LevelCount == 0 ? BlockOfPiece(i) : m_Levels[m_LevelCount - 1][i]; };
         level.clear();
-        for (std::size_t i = 0; i < count; ++i)
+        level.reserve(count / BlockSize + 1);
+        for (std::size_t first = 0; first < count; first += BlockSize)
         {
-            if (i % BlockSize == 0)
-            {
-                level.push_back(below(i));
-            }
-            else
-            {
-                extend(level.back(), below(i));
-            }
+            std::size_t const last = std::min(first + BlockSize, count);
+            level.push_back(m_LevelCount == 0 ? BlockOfPieces(first, last)
+                                              : BlockOf(m_Levels[m_LevelCount - 1], first, last));
         }
         count = level.size();
         ++m_LevelCount;
@@ -136,12 +148,31 @@ void COutlineProbe::PassPiece(std::size_t index, TPoint<double> const & point, d
         TPoint<double> const & centre = a.arc->GetCentre();
         double const dx = point.x - centre.x;
         double const dy = point.y - centre.y;
-        double const distance = std::sqrt(dx * dx + dy * dy);
         double const radius = a.arc->GetRadius();
+        if (dy > (a.isUpper ? radius : 0.0) + clearance)
+        {
+            return;
+        }
+        if (dy < (a.isUpper ? 0.0 : -radius) - clearance)
+        {
+            answer.isInside = answer.isInside != isCrossed;
+            return;
+        }
+        double const distance = std::sqrt(dx * dx + dy * dy);
         bool const isBelow = a.isUpper ? dy < 0.0 || distance < radius : dy < 0.0 && distance > radius;
         bool const isAtHalf = a.isUpper ? dy >= -clearance : dy <= clearance;
         answer.isInside = answer.isInside != (isCrossed && isBelow);
         answer.isNear = answer.isNear || (isAtHalf && std::fabs(distance - radius) <= clearance);
+        return;
+    }
+    auto const [low, high] = std::minmax(a.y, b.y);
+    if (point.y > high + clearance)
+    {
+        return;
+    }
+    if (point.y < low - clearance)
+    {
+        answer.isInside = answer.isInside != isCrossed;
         return;
     }
     double const dx = b.x - a.x;
@@ -149,6 +180,10 @@ void COutlineProbe::PassPiece(std::size_t index, TPoint<double> const & point, d
     double const cross = dx * (point.y - a.y) - dy * (point.x - a.x); // the distance from the line, times the length
     answer.isInside = answer.isInside != (isCrossed && (dx > 0.0) == (cross < 0.0));
     double const square = dx * dx + dy * dy;
+    if (cross * cross > clearance * clearance * square)
+    {
+        return;
+    }
     double const along = dx * (point.x - a.x) + dy * (point.y - a.y);
     double const share = square > 0.0 ? std::clamp(along / square, 0.0, 1.0) : 0.0;
     double const ex = point.x - (a.x + share * dx);

@@ -32,10 +32,10 @@ private:
     /// Where a piece begins; it ends where the next one begins.
     struct TNode
     {
-        double x;
-        double y;
-        CPathObjectArc const* arc; ///< null: a segment
-        bool isUpper;              ///< half of the circle
+        double x = 0.0;
+        double y = 0.0;
+        CPathObjectArc const* arc = nullptr; ///< null: a segment
+        bool isUpper = false;                ///< half of the circle
     };
     /// Around some pieces in a row.
     struct TBlock
@@ -49,12 +49,13 @@ private:
     };
     using Blocks = std::vector<TBlock>;
 
-    static constexpr std::size_t BlockSize = 16;
+    static constexpr std::size_t BlockSize = 8;
 
     void ReadArc(CPathObjectArc const & arc);
-    void AddNode(TPoint<double> const & point) { m_Nodes.push_back({point.x, point.y, nullptr, false}); }
+    void AddNode(TPoint<double> const & point) { m_Nodes.push_back({point.x, point.y}); }
     void MakeBlocks();
-    TBlock BlockOfPiece(std::size_t index) const;
+    TBlock BlockOfPieces(std::size_t first, std::size_t last) const;
+    static TBlock BlockOf(Blocks const & below, std::size_t first, std::size_t last);
     void PassPiece(std::size_t index, TPoint<double> const & point, double clearance, TAnswer & answer) const;
     void PassBlocks(std::size_t level, std::size_t first, std::size_t last, TPoint<double> const & point,
                     double clearance, TAnswer & answer) const;

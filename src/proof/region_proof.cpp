@@ -3,6 +3,7 @@
 #include "proof/region_proof.h"
 
 #include <algorithm>
+#include <array>
 #include <cfloat>
 #include <cmath>
 
@@ -18,8 +19,8 @@ constexpr double relativeTolerance = 1e-6; // of the smallest side
 constexpr double leastTolerance = 1e-9;    // of the largest side: a sliver among the inputs makes no hair of everything
 constexpr double arcTolerance = 0.07;      // twice the distance at which a point counts as on an arc, and some
 constexpr double roundings = 400 * DBL_EPSILON;
-constexpr std::size_t edgesOfGroup = 128;      // that are looked at in any case, or one a ring
-constexpr std::size_t edgesPerLook = 64;       // of more than these, one in so many
+constexpr std::size_t edgesOfGroup = 24;       // that are looked at in any case; of inputs one a ring
+constexpr std::size_t edgesPerLook = 512;      // of more than these, one in so many
 constexpr double middle = 0.38196601125010515; // the golden section: no place that symmetric shapes favour
 
 bool HasArc(CPolygon const & polygon)
@@ -45,8 +46,11 @@ std::size_t CountEdges(CPolygon const & ring)
     std::size_t count = 0;
     for (CPathObjectBase const* object : ring.GetOutline())
     {
-        auto const points = object->GetPointsEnd() - object->GetPointsBegin();
-        count += AsArc(*object) != nullptr || points < 2 ? 1 : static_cast<std::size_t>(points - 1);
+        // an arc isn't asked for its points, which it would make chords for
+        std::ptrdiff_t const points =
+            AsArc(*object) != nullptr ? 2
+                                      : std::max<std::ptrdiff_t>(2, object->GetPointsEnd() - object->GetPointsBegin());
+        count += static_cast<std::size_t>(points - 1);
     }
     return count;
 }
@@ -98,7 +102,7 @@ CRegionJudge::CRegionJudge(PolygonRange first, PolygonRange second, Membership i
 
 /// Beside a place on an edge that runs from `from` to `to`, on both sides; every other pair stands farther away.
 void CRegionJudge::AddPair(TPoint<double> const & at, TPoint<double> const & from, TPoint<double> const & to,
-                           double size)
+                           double size, bool onBothSides)
 {
     constexpr double farther[] = {0.0, 0.02, 0.0, 0.2}; // parts of the size
     double const dx = to.x - from.x;
@@ -108,15 +112,22 @@ void CRegionJudge::AddPair(TPoint<double> const & at, TPoint<double> const & fro
     {
         return;
     }
-    double const distance = 1.5 * m_Clearance + std::max(farther[m_PairCount++ % 4], 1e-7) * size;
+    double const distance = 1.5 * m_Clearance + std::max(farther[m_PairCount % 4], 1e-7) * size;
+    ++m_PairCount;
     double const ex = -dy / length * distance;
     double const ey = dx / length * distance;
-    AddPoint({at.x + ex, at.y + ey});
-    AddPoint({at.x - ex, at.y - ey});
+    if (onBothSides || m_PairCount % 2 == 0)
+    {
+        AddPoint({at.x + ex, at.y + ey});
+    }
+    if (onBothSides || m_PairCount % 2 != 0)
+    {
+        AddPoint({at.x - ex, at.y - ey});
+    }
 }
 
 /// Points beside `edges` edges, evenly over the ring.
-void CRegionJudge::AddBeside(CPolygon const & ring, std::size_t edges)
+void CRegionJudge::AddBeside(CPolygon const & ring, std::size_t edges, bool onBothSides)
 {
     std::size_t const count = CountEdges(ring);
     if (count == 0)
@@ -140,7 +151,7 @@ void CRegionJudge::AddBeside(CPolygon const & ring, std::size_t edges)
             TPoint<double> const at = arc->GetInbetweenPoint();
             TPoint<double> const & centre = arc->GetCentre();
             TPoint<double> const ahead(at.x - (at.y - centre.y), at.y + (at.x - centre.x)); // along the tangent
-            AddPair(at, at, ahead, std::min(extent, arc->GetRadius()));
+            AddPair(at, at, ahead, std::min(extent, arc->GetRadius()), onBothSides);
             continue;
         }
         auto const begin = object->GetPointsBegin();
@@ -151,7 +162,8 @@ void CRegionJudge::AddBeside(CPolygon const & ring, std::size_t edges)
             TPoint<double> const & a = begin[i];
             TPoint<double> const & b = begin[i + 1];
             double const size = std::max(std::fabs(b.x - a.x), std::fabs(b.y - a.y));
-            AddPair({a.x + middle * (b.x - a.x), a.y + middle * (b.y - a.y)}, a, b, std::min(extent, size));
+            AddPair({a.x + middle * (b.x - a.x), a.y + middle * (b.y - a.y)}, a, b, std::min(extent, size),
+                    onBothSides);
         }
         index = static_cast<std::size_t>(i - segments);
     }
@@ -173,16 +185,27 @@ void CRegionJudge::ChoosePoints(PolygonVector const & result)
 {
     m_Probes.clear();
     m_PairCount = 0;
-    for (PolygonRange const & group : {m_First, m_Second, PolygonRange(result.begin(), result.end())})
+    std::array<PolygonRange, 3> const groups{m_First, m_Second, PolygonRange(result.begin(), result.end())};
+    for (PolygonRange const & group : groups)
     {
-        std::size_t const rings = std::max<std::size_t>(1, CountRings(group));
-        std::size_t const edges = std::max<std::size_t>(1, (edgesOfGroup + CountEdges(group) / edgesPerLook) / rings);
+        std::size_t const rings = CountRings(group);
+        std::size_t const edges = edgesOfGroup + CountEdges(group) / edgesPerLook;
+        bool const isResult = &group == &groups.back();
+        std::size_t const step = isResult ? rings / edges + 1 : 1; // no input goes without a look
+        std::size_t ring = 0;
+        auto const add = [&](CPolygon const & polygon)
+        {
+            if (ring++ % step == 0)
+            {
+                AddBeside(polygon, std::max<std::size_t>(1, edges / rings), rings < edges);
+            }
+        };
         for (CPolygon const* polygon : group)
         {
-            AddBeside(*polygon, edges);
+            add(*polygon);
             for (CPolygon const* hole : polygon->GetHoles())
             {
-                AddBeside(*hole, edges);
+                add(*hole);
             }
         }
         if (group.size() == 1)

@@ -44,8 +44,9 @@ private:
     void AddPoint(TPoint<double> const & point);
     void CountGroup(PolygonRange const & polygons, std::size_t group);
     void PassOutline(CPolygon const & polygon, bool isInput);
-    void AddBeside(CPolygon const & ring, std::size_t edges);
-    void AddPair(TPoint<double> const & at, TPoint<double> const & from, TPoint<double> const & to, double size);
+    void AddBeside(CPolygon const & ring, std::size_t edges, bool onBothSides);
+    void AddPair(TPoint<double> const & at, TPoint<double> const & from, TPoint<double> const & to, double size,
+                 bool onBothSides);
     void Spread(CBoundingRect<double> const & rect);
 
     PolygonRange m_First;
