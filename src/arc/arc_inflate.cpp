@@ -6,7 +6,7 @@
 #include <geometry/path/path_object_polyline.h>
 
 #include "arc/sweep_kernels.h"
-#include "polygon/merge.h"
+#include "polygon/band.h"
 #include "polygon/outline_builder.h"
 
 namespace geometry
@@ -116,10 +116,7 @@ CPolygon* CPathObjectArc::GetInflatePolygon(double const & distance) const
     OwningPolygonVector ends;
     PushPolygon(ends, MakeDisc(GetStartPoint(), distance));
     PushPolygon(ends, MakeDisc(GetEndPoint(), distance));
-    std::unique_ptr<Clipper> const clipper(CreateClipper());
-    OwningPolygonVector merged;
-    MergeRangeCompletely(*MakeSector(sector), merged, PolygonRange(ends.begin(), ends.end()), *clipper);
-    return TakeFirst(merged);
+    return UniteBand(*MakeSector(sector), PolygonRange(ends.begin(), ends.end())).release();
 }
 
 } // namespace geometry

@@ -181,19 +181,20 @@ TPointsBeside FindPointsBeside(CPathObjectBase const & object)
 {
     constexpr double room = 1.5; // times the margin
     TPointsBeside points;
-    if (object.IsDegenerate() || object.GetPointsEnd() - object.GetPointsBegin() < 2)
-    {
-        return points;
-    }
-    TPoint<double> at = SampleOf(object, 0);
-    TPoint<double> along(object.GetPointsBegin()[1].x - object.GetPointsBegin()->x,
-                         object.GetPointsBegin()[1].y - object.GetPointsBegin()->y);
+    TPoint<double> at;
+    TPoint<double> along;
     double margin = 0.0;
     if (CPathObjectArc const* const arc = AsArc(object))
     {
         at = arc->GetInbetweenPoint();
         along = TPoint<double>(arc->GetCentre().y - at.y, at.x - arc->GetCentre().x);
         margin = arcMargin;
+    }
+    else if (object.GetPointsEnd() - object.GetPointsBegin() >= 2)
+    {
+        auto const first = object.GetPointsBegin();
+        at = SampleOf(object, 0);
+        along = TPoint<double>(first[1].x - first->x, first[1].y - first->y);
     }
     CBoundingRect<double> const & rect = object.GetBoundingRect();
     double const size = std::max(rect.maxX - rect.minX, rect.maxY - rect.minY);

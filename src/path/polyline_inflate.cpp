@@ -6,7 +6,7 @@
 #include <geometry/arc/path_object_arc.h>
 
 #include "path/segment_kernels.h"
-#include "polygon/merge.h"
+#include "polygon/band.h"
 
 namespace geometry
 {
@@ -78,10 +78,7 @@ CPolygon* CPathObjectPolyline::GetInflatePolygon(double const & distance) const
     {
         return last.release();
     }
-    std::unique_ptr<Clipper> const clipper(CreateClipper());
-    OwningPolygonVector merged;
-    MergeRangeCompletely(*last, merged, PolygonRange(bands.begin(), bands.end()), *clipper);
-    return merged.empty() ? nullptr : TakePolygon(merged, merged.size() - 1).release();
+    return UniteBand(*last, PolygonRange(bands.begin(), bands.end())).release();
 }
 
 } // namespace geometry

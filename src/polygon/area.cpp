@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cfloat>
 #include <cmath>
 #include <numeric>
 
@@ -328,6 +329,19 @@ double CPolygon::GetArea() const
 double AreaOf(CPolygon const & ring)
 {
     return std::fabs(SignedOutlineArea(ring.GetOutline()));
+}
+
+bool IsThinnerThan(CPolygon const & ring, double width)
+{
+    return AreaOf(ring) <= width * LengthOf(ring);
+}
+
+bool IsWithoutWidth(CPolygon const & ring)
+{
+    constexpr double roundings = 16.0 * DBL_EPSILON;
+    CBoundingRect<double> const & r = ring.GetBoundingRect();
+    double const reach = std::max({std::fabs(r.minX), std::fabs(r.minY), std::fabs(r.maxX), std::fabs(r.maxY)});
+    return IsThinnerThan(ring, roundings * reach);
 }
 
 bool IsAreaClearlyLarger(CPolygon const & ring, double area)

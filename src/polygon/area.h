@@ -20,6 +20,11 @@ double SignedAreaTo(CPathObjectBase const & object, TPoint<double> const & origi
 double AreaOf(CPolygon const & ring);
 double LengthOf(CPolygon const & ring);
 
+/// The ring is nowhere wider than `width`, in coordinate units.
+bool IsThinnerThan(CPolygon const & ring, double width);
+/// The ring is no wider than the rounding of its coordinates: it bounds nothing.
+bool IsWithoutWidth(CPolygon const & ring);
+
 /// `AreaOf(ring) > area`, quickly where facts of its outline are kept. Else, and where that isn't clear, false.
 bool IsAreaClearlyLarger(CPolygon const & ring, double area);
 

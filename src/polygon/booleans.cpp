@@ -8,9 +8,11 @@
 #include <geometry/thread/thread.h>
 
 #include "numeric/chain_index.h"
+#include "polygon/area.h"
 #include "polygon/folding.h"
 #include "polygon/outline_facts.h"
 #include "polygon/subtract_tiles.h"
+#include "proof/inside.h"
 #include "proof/proved.h"
 
 namespace geometry
@@ -527,47 +529,85 @@ bool Encloses(CPolygon const & piece, CPolygon const & hole)
     return piece.PolygonInPolygon(hole);
 }
 
+namespace
+{
+
+/// So far apart that not even rounding near zero lets the rectangles meet.
+bool AreApart(CBoundingRect<double> a, CBoundingRect<double> const & b)
+{
+    constexpr double room = 1e-9; // of the size
+    a.Inflate(room * (b.maxX - b.minX + (b.maxY - b.minY)));
+    return !a.Overlaps(b);
+}
+
+/// False: nothing is left of a piece, in the sense of a failure.
+bool SubtractHoleFromPieces(PolygonVector & result, CPolygon const & hole, Clipper & clipper)
+{
+    return ForEachIndexDown(result,
+                            [&](std::size_t i)
+                            {
+                                if (!result[i]->GetBoundingRect().Overlaps(hole.GetBoundingRect()))
+                                {
+                                    return true;
+                                }
+                                OwningPolygonVector extra;
+                                PushPolygon(extra, TakePolygon(result, i));
+                                EClipResult const r = SubtractPolygonRange(extra, PolygonRange(1, &hole), clipper);
+                                AppendPolygons(result, extra);
+                                return r != Clipper::eClipFailed;
+                            });
+}
+
+/// Adds the hole to those pieces that contain it: by their own account, or, if none does, by clear points. False if
+/// none does so either.
+bool GiveHoleToPieces(PolygonVector & result, CPolygon const & hole, CPolygon const & clip, Clipper & clipper)
+{
+    auto const giveTo = [&](auto const & encloses)
+    {
+        bool isGiven = false;
+        ForEachIndexDown(result,
+                         [&](std::size_t i)
+                         {
+                             if (encloses(*result[i]))
+                             {
+                                 OwningPolygonVector extra;
+                                 result[i]->AddHole(&hole, &clipper, &clip, extra);
+                                 AppendPolygons(result, extra);
+                                 isGiven = true;
+                             }
+                             return true;
+                         });
+        return isGiven;
+    };
+    return giveTo([&](CPolygon const & piece)
+                  { return piece.GetBoundingRect().Overlaps(hole.GetBoundingRect()) && Encloses(piece, hole); }) ||
+           giveTo(
+               [&](CPolygon const & piece) {
+                   return !AreApart(piece.GetBoundingRect(), hole.GetBoundingRect()) &&
+                          LiesClearlyIn(hole, piece).value_or(false);
+               });
+}
+
+} // namespace
+
 bool CPolygon::HandleSubtractResultPolygons(std::vector<CPolygon*> & result, std::vector<CPolygon*> const & pieces,
                                             CPolygon const & clip, CPolygonClipBase<double>* clipper) const
 {
     result.insert(result.end(), pieces.begin(), pieces.end());
     for (CPolygon const* hole : GetHoles())
     {
-        if (hole == nullptr)
-        {
-            continue;
-        }
         // a hole that the clip may have cut is subtracted, an untouched one goes to the piece that contains it
-        bool const mayBeCut = clip.m_BoundingRect.Overlaps(hole->m_BoundingRect);
-        bool const isDone = ForEachIndexDown(result,
-                                             [&](std::size_t i)
-                                             {
-                                                 CPolygon & piece = *result[i];
-                                                 OwningPolygonVector extra;
-                                                 if (!piece.m_BoundingRect.Overlaps(hole->m_BoundingRect))
-                                                 {
-                                                     return true;
-                                                 }
-                                                 if (mayBeCut)
-                                                 {
-                                                     PushPolygon(extra, TakePolygon(result, i));
-                                                     if (SubtractPolygonRange(extra, PolygonRange(1, hole), *clipper) ==
-                                                         Clipper::eClipFailed)
-                                                     {
-                                                         return false;
-                                                     }
-                                                 }
-                                                 else if (Encloses(piece, *hole))
-                                                 {
-                                                     piece.AddHole(hole, clipper, &clip, extra);
-                                                 }
-                                                 AppendPolygons(result, extra);
-                                                 return true;
-                                             });
-        if (!isDone)
+        if (hole != nullptr && clip.m_BoundingRect.Overlaps(hole->m_BoundingRect))
         {
-            DeletePolygons(result);
-            return false;
+            if (!SubtractHoleFromPieces(result, *hole, *clipper))
+            {
+                DeletePolygons(result);
+                return false;
+            }
+        }
+        else if (hole != nullptr && !GiveHoleToPieces(result, *hole, clip, *clipper) && !IsWithoutWidth(*hole))
+        {
+            Report(CReport::eReasonLostHole, hole->m_BoundingRect);
         }
     }
     return true;

@@ -13,6 +13,7 @@
 #include "polygon/folding.h"
 #include "polygon/target_holes.h"
 #include "polygon/waiting_polygons.h"
+#include "proof/inside.h"
 
 namespace geometry
 {
@@ -24,12 +25,6 @@ bool IsAnswer(EClipResult r)
 {
     return r == Clipper::eClipResultReady || r == Clipper::eClipSubjectInsideClip ||
            r == Clipper::eClipClipInsideSubject;
-}
-
-/// A ring of a union that is nowhere wider than `shift`.
-bool IsThinnerThan(CPolygon const & ring, double shift)
-{
-    return AreaOf(ring) <= shift * LengthOf(ring);
 }
 
 /// Never so where `a` contains `b`.
@@ -411,12 +406,13 @@ void CMerger::TakeOverUnion(OwningPolygonVector & merged, OwningPolygonVector & 
     AppendPolygons(apart, merged);
 }
 
-/// Deletes those of `holes` that don't lie in the target, leaving null, and turns the others.
+/// Deletes those of `holes` that don't lie in the target, or bound nothing, leaving null, and turns the others.
 void CMerger::KeepHolesWithin(PolygonVector & holes) const
 {
     for (CPolygon*& hole : holes)
     {
-        if (Target().PolygonInPolygon(*hole) || Encloses(Target(), *hole))
+        if (!IsWithoutWidth(*hole) && (Target().PolygonInPolygon(*hole) || Encloses(Target(), *hole) ||
+                                       LiesClearlyIn(*hole, Target()).value_or(false)))
         {
             CPolygonInternals::TurnHole(*hole, CPolygonInternals::GetWindingDirection(Target()));
         }

@@ -7,6 +7,8 @@
 
 #include "polygon/area.h"
 #include "polygon/relation_sort.h"
+#include "proof/inside.h"
+#include "report/reporting.h"
 
 namespace geometry
 {
@@ -71,6 +73,12 @@ void AttachHolesToPolygons(PolygonVector & polygons, PolygonVector & holes)
             // its test point may touch the outline that it lies in
             owner = std::find_if(polygons.begin(), polygons.end(),
                                  [&](CPolygon const* polygon) { return Encloses(*polygon, *hole); });
+        }
+        if (owner == polygons.end())
+        {
+            owner =
+                std::find_if(polygons.begin(), polygons.end(),
+                             [&](CPolygon const* polygon) { return LiesClearlyIn(*hole, *polygon).value_or(false); });
         }
         if (owner != polygons.end())
         {
@@ -147,6 +155,13 @@ EClipResult DoMergeCoreRestricted(PolygonVector & group, PolygonVector & result,
     MergeCompletely(group, result, clipper, EMergeOrder::eLastFirst, EMergeStop::eWhenAsked);
     DropDuplicates(holes);
     AttachHolesToPolygons(result, holes);
+    for (CPolygon const* hole : holes)
+    {
+        if (hole != nullptr && !IsWithoutWidth(*hole))
+        {
+            Report(CReport::eReasonLostHole, hole->GetBoundingRect());
+        }
+    }
     AppendPolygons(result, islands);
     return Clipper::eClipNothingToDo;
 }

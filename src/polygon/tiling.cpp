@@ -9,6 +9,7 @@
 
 #include "polygon/booleans.h"
 #include "polygon/outline_builder.h"
+#include "proof/proved.h"
 
 namespace geometry
 {
@@ -45,7 +46,13 @@ void AppendTile(CPolygon const & polygon, std::unique_ptr<CPathObjectPolyline> o
     }
     outline.release();
     OwningPolygonVector pieces;
-    IntersectPolygonRange(polygon, pieces, PolygonRange(1, &tile));
+    RunProved({CReport::eOperationTile,
+               {&polygon},
+               {&tile},
+               [](std::size_t first, std::size_t second) { return first > 0 && second > 0; }},
+              pieces,
+              [](PolygonRange const & first, PolygonRange const & second, PolygonVector & out)
+              { return IntersectPolygonRange(*first.front(), out, second); });
     AppendPolygons(result, pieces);
 }
 

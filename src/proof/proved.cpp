@@ -59,7 +59,7 @@ void EnterAll(CFrame const & frame, PolygonRange const & polygons, double step, 
     }
 }
 
-/// True if the operation succeeded and nothing gave up on the way.
+/// True if the operation succeeded.
 bool RunOtherWay(TRegionTask const & task, TWay const & way, PolygonVector & result, RegionRun const & run)
 {
     PolygonRange all(task.first);
@@ -69,10 +69,8 @@ bool RunOtherWay(TRegionTask const & task, TWay const & way, PolygonVector & res
     OwningPolygonVector second;
     EnterAll(frame, task.first, 0.0, 0.0, first);
     EnterAll(frame, task.second, way.step, way.direction, second);
-    CReportTrial const trial;
     OwningPolygonVector made;
-    if (!run(PolygonRange(first.begin(), first.end()), PolygonRange(second.begin(), second.end()), made) ||
-        !trial.IsComplete())
+    if (!run(PolygonRange(first.begin(), first.end()), PolygonRange(second.begin(), second.end()), made))
     {
         return false;
     }
@@ -92,29 +90,42 @@ CBoundingRect<double> RectAt(TPoint<double> const & point)
 
 } // namespace
 
-namespace
+void ProveOrRetry(CReportTrial & trial, PolygonVector & made, CBoundingRect<double> const & place,
+                  RegionJudge const & judge, std::size_t wayCount, RegionWay const & tryWay)
 {
-
-/// What the judge says of `made`, or of another way if there is one, which takes its place then.
-void Prove(TRegionTask const & task, CReportTrial & trial, PolygonVector & made, RegionRun const & run)
-{
-    CRegionJudge judge(task.first, task.second, task.isMember);
-    std::optional<TPoint<double>> const contradiction = judge.FindContradiction(made);
+    auto const stop = [&]
+    {
+        bool const isStopped = this_thread::cancellation_requested();
+        if (isStopped)
+        {
+            trial.PassOn();
+            Report(CReport::eReasonStopped, place);
+        }
+        return isStopped;
+    };
+    if (stop())
+    {
+        return;
+    }
+    std::optional<TPoint<double>> const contradiction = judge(made);
     if (!contradiction && trial.IsComplete())
     {
         return;
     }
-    for (TWay const & way : otherWays)
+    for (std::size_t way = 0; way < wayCount; ++way)
     {
         OwningPolygonVector other;
-        if (RunOtherWay(task, way, other, run) && !judge.FindContradiction(other))
         {
-            made.swap(other);
-            return;
+            CReportTrial const otherTrial;
+            if (tryWay(way, other) && otherTrial.IsComplete() && !judge(other))
+            {
+                made.swap(other);
+                return;
+            }
         }
-        if (this_thread::cancellation_requested())
+        if (stop())
         {
-            break;
+            return;
         }
     }
     trial.PassOn();
@@ -123,8 +134,6 @@ void Prove(TRegionTask const & task, CReportTrial & trial, PolygonVector & made,
         Report(CReport::eReasonContradicted, RectAt(*contradiction));
     }
 }
-
-} // namespace
 
 bool RunProved(TRegionTask const & task, PolygonVector & result, RegionRun const & run)
 {
@@ -136,18 +145,17 @@ bool RunProved(TRegionTask const & task, PolygonVector & result, RegionRun const
     CReportTrial trial;
     OwningPolygonVector made;
     bool const isDone = run(task.first, task.second, made);
-    if (this_thread::cancellation_requested())
+    if (!isDone && !this_thread::cancellation_requested())
     {
         trial.PassOn();
-        Report(CReport::eReasonStopped, RectOf(task));
-    }
-    else if (isDone)
-    {
-        Prove(task, trial, made, run);
     }
     else
     {
-        trial.PassOn();
+        CRegionJudge judge(task.first, task.second, task.isMember);
+        ProveOrRetry(
+            trial, made, RectOf(task),
+            [&](PolygonVector const & polygons) { return judge.FindContradiction(polygons); }, otherWays.size(),
+            [&](std::size_t way, PolygonVector & other) { return RunOtherWay(task, otherWays[way], other, run); });
     }
     result.swap(made); // what it held goes with `made`
     return isDone;

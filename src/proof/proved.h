@@ -28,4 +28,14 @@ using RegionRun = std::function<bool(PolygonRange const & first, PolygonRange co
 /// then with the second inputs moved by tiny steps of their own. What remains is reported with the plain result.
 bool RunProved(TRegionTask const & task, PolygonVector & result, RegionRun const & run);
 
+/// Finds a place where a result is wrong; none if it agrees with what it was made of.
+using RegionJudge = std::function<std::optional<TPoint<double>>(PolygonVector const & result)>;
+/// Does the same another way, the first one being 0. False if it failed or gave anything up.
+using RegionWay = std::function<bool(std::size_t way, PolygonVector & result)>;
+
+/// Proves what was made while `trial` was open, and tries the other ways in turn where that fails. `place`: of the
+/// whole, for a report that it was stopped.
+void ProveOrRetry(CReportTrial & trial, PolygonVector & made, CBoundingRect<double> const & place,
+                  RegionJudge const & judge, std::size_t wayCount, RegionWay const & tryWay);
+
 } // namespace geometry
