@@ -558,9 +558,10 @@ bool SubtractHoleFromPieces(PolygonVector & result, CPolygon const & hole, Clipp
                             });
 }
 
-/// Adds the hole to those pieces that contain it: by their own account, or, if none does, by clear points. False if
-/// none does so either.
-bool GiveHoleToPieces(PolygonVector & result, CPolygon const & hole, CPolygon const & clip, Clipper & clipper)
+/// Adds the hole to those pieces that contain it: by their own account, or, if none does but one must, by clear points.
+/// False if none does so either.
+bool GiveHoleToPieces(PolygonVector & result, CPolygon const & hole, CPolygon const & clip, Clipper & clipper,
+                      bool mustBeGiven)
 {
     auto const giveTo = [&](auto const & encloses)
     {
@@ -579,13 +580,12 @@ bool GiveHoleToPieces(PolygonVector & result, CPolygon const & hole, CPolygon co
                          });
         return isGiven;
     };
-    return giveTo([&](CPolygon const & piece)
-                  { return piece.GetBoundingRect().Overlaps(hole.GetBoundingRect()) && Encloses(piece, hole); }) ||
-           giveTo(
-               [&](CPolygon const & piece) {
-                   return !AreApart(piece.GetBoundingRect(), hole.GetBoundingRect()) &&
-                          LiesClearlyIn(hole, piece).value_or(false);
-               });
+    auto const enclosesByOwnAccount = [&](CPolygon const & piece)
+    { return piece.GetBoundingRect().Overlaps(hole.GetBoundingRect()) && Encloses(piece, hole); };
+    auto const enclosesClearly = [&](CPolygon const & piece) {
+        return !AreApart(piece.GetBoundingRect(), hole.GetBoundingRect()) && LiesClearlyIn(hole, piece).value_or(false);
+    };
+    return giveTo(enclosesByOwnAccount) || (mustBeGiven && giveTo(enclosesClearly));
 }
 
 } // namespace
@@ -593,6 +593,7 @@ bool GiveHoleToPieces(PolygonVector & result, CPolygon const & hole, CPolygon co
 bool CPolygon::HandleSubtractResultPolygons(std::vector<CPolygon*> & result, std::vector<CPolygon*> const & pieces,
                                             CPolygon const & clip, CPolygonClipBase<double>* clipper) const
 {
+    bool const isDifference = clipper->GetOperation() == Clipper::eClipDifference;
     result.insert(result.end(), pieces.begin(), pieces.end());
     for (CPolygon const* hole : GetHoles())
     {
@@ -605,7 +606,8 @@ bool CPolygon::HandleSubtractResultPolygons(std::vector<CPolygon*> & result, std
                 return false;
             }
         }
-        else if (hole != nullptr && !GiveHoleToPieces(result, *hole, clip, *clipper) && !IsWithoutWidth(*hole))
+        else if (hole != nullptr && !GiveHoleToPieces(result, *hole, clip, *clipper, isDifference) && isDifference &&
+                 !IsWithoutWidth(*hole))
         {
             Report(CReport::eReasonLostHole, hole->m_BoundingRect);
         }
