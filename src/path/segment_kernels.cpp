@@ -3,6 +3,7 @@
 #include "path/segment_kernels.h"
 
 #include <algorithm>
+#include <cfloat>
 #include <cmath>
 
 namespace geometry
@@ -44,11 +45,16 @@ bool IsPointOnSegment(TPoint<double> const & s0, TPoint<double> const & s1, TPoi
 namespace
 {
 
-/// The point lies, within tolerance, in the rectangle of the segment.
-bool IsInRectOf(TPoint<double> const & s0, TPoint<double> const & s1, TPoint<double> const & p)
+/// The point lies in the rectangle of the segment but for the rounding of the coordinates that it was worked out from,
+/// the largest of which are `reachX` and `reachY`.
+bool IsInRectOf(TPoint<double> const & s0, TPoint<double> const & s1, TPoint<double> const & p, double reachX,
+                double reachY)
 {
-    return !IsClearlyGreater(p.x, std::max(s0.x, s1.x)) && !IsClearlyLess(p.x, std::min(s0.x, s1.x)) &&
-           !IsClearlyGreater(p.y, std::max(s0.y, s1.y)) && !IsClearlyLess(p.y, std::min(s0.y, s1.y));
+    constexpr double roundings = 100.0 * DBL_EPSILON;
+    double const roomX = roundings * reachX;
+    double const roomY = roundings * reachY;
+    return p.x <= std::max(s0.x, s1.x) + roomX && p.x >= std::min(s0.x, s1.x) - roomX &&
+           p.y <= std::max(s0.y, s1.y) + roomY && p.y >= std::min(s0.y, s1.y) - roomY;
 }
 
 /// The end points of one segment that lie on the other, in a fixed order; step two of `IntersectSegments`.
@@ -128,7 +134,9 @@ bool IntersectSegments(TPoint<double> const & a0, TPoint<double> const & a1, TPo
         {
             TPoint<double> const p(a0.x + s * dax, a0.y + s * day);
             // where the determinant is but rounding, p may lie anywhere along one of the two
-            bool const isOnBoth = IsInRectOf(a0, a1, p) && IsInRectOf(b0, b1, p);
+            double const reachX = std::max({std::fabs(a0.x), std::fabs(a1.x), std::fabs(b0.x), std::fabs(b1.x)});
+            double const reachY = std::max({std::fabs(a0.y), std::fabs(a1.y), std::fabs(b0.y), std::fabs(b1.y)});
+            bool const isOnBoth = IsInRectOf(a0, a1, p, reachX, reachY) && IsInRectOf(b0, b1, p, reachX, reachY);
             if (isOnBoth && (includeEndA || !(p == a1)) && (includeEndB || !(p == b1)))
             {
                 first = p;
