@@ -1,6 +1,6 @@
 // Areas of outlines, exact on arcs: the shoelace sum over straight pieces and chords, and for each arc the circular
-// segment between chord and arc. A boolean can leave an outline that passes a point twice, in lobes that wind against
-// each other: it is cut into loops there, and each counts by itself.
+// segment between chord and arc. A boolean can leave an outline that touches itself, in lobes that wind against each other
+// or lie in one another: there each edge counts with the sense in which it goes round the inside.
 #include "polygon/area.h"
 
 #include <algorithm>
@@ -15,6 +15,7 @@
 #include "path/segment_kernels.h"
 #include "polygon/outline_facts.h"
 #include "polygon/polygon_tools.h"
+#include "proof/outline_probe.h"
 
 namespace geometry
 {
@@ -118,35 +119,12 @@ std::vector<std::size_t> NumberStarts(std::vector<TEdge> const & edges)
     return numbers;
 }
 
-using Loop = std::vector<TEdge>;
-
-/// The outline cut into loops that pass no point twice.
-std::vector<Loop> SplitIntoLoops(std::vector<TEdge> const & edges)
+/// The outline passes a point twice.
+bool HasRepeatedPoint(std::vector<TEdge> const & edges)
 {
-    constexpr std::size_t notOpen = static_cast<std::size_t>(-1);
-    std::vector<std::size_t> const numbers = NumberStarts(edges);
-    std::vector<std::size_t> openedAt(edges.size(), notOpen); // by number: where the path that is open leaves the point
-    std::vector<std::size_t> path;
-    std::vector<Loop> loops;
-    for (std::size_t i = 0; i < edges.size(); ++i)
-    {
-        openedAt[numbers[i]] = path.size();
-        path.push_back(i);
-        std::size_t const begin = openedAt[numbers[(i + 1) % edges.size()]];
-        if (begin == notOpen)
-        {
-            continue;
-        }
-        Loop loop;
-        for (std::size_t j = begin; j < path.size(); ++j)
-        {
-            loop.push_back(edges[path[j]]);
-            openedAt[numbers[path[j]]] = notOpen;
-        }
-        path.resize(begin);
-        loops.push_back(std::move(loop));
-    }
-    return loops;
+    std::vector<std::size_t> numbers = NumberStarts(edges);
+    std::sort(numbers.begin(), numbers.end());
+    return std::adjacent_find(numbers.begin(), numbers.end()) != numbers.end();
 }
 
 double SignedTriangleArea(TPoint<double> const & origin, TPoint<double> const & p, TPoint<double> const & q)
@@ -154,27 +132,43 @@ double SignedTriangleArea(TPoint<double> const & origin, TPoint<double> const & 
     return 0.5 * ((p.x - origin.x) * (q.y - origin.y) - (q.x - origin.x) * (p.y - origin.y));
 }
 
-double SignedAreaOf(Loop const & edges)
+/// Whether the inside of the outline, of which `probe` tells, lies to the left of the edge. An edge of an outline that
+/// doesn't cross itself has it on one side all along, whatever it touches.
+bool IsInsideToTheLeft(TEdge const & edge, COutlineProbe const & probe, double reach)
+{
+    constexpr double part = 1e-7;                  // of the edge
+    constexpr double roundings = 64 * DBL_EPSILON; // of the largest coordinate
+    TPoint<double> at = Midpoint(edge.start, edge.end);
+    TPoint<double> left(edge.start.y - edge.end.y, edge.end.x - edge.start.x);
+    if (edge.arc != nullptr)
+    {
+        TPoint<double> const & centre = edge.arc->GetCentre();
+        at = edge.arc->GetInbetweenPoint();
+        double const sense = edge.arc->IsCounterClockwise() ? 1.0 : -1.0;
+        left = TPoint<double>(sense * (centre.x - at.x), sense * (centre.y - at.y));
+    }
+    double const length = std::sqrt(left.x * left.x + left.y * left.y);
+    double const distance = std::max(part * length, roundings * reach);
+    TPoint<double> const point(at.x + left.x / length * distance, at.y + left.y / length * distance);
+    return probe.Locate(point, 0.0).isInside;
+}
+
+double SignedAreaOf(TEdge const & edge, TPoint<double> const & origin)
+{
+    return SignedTriangleArea(origin, edge.start, edge.end) +
+           (edge.arc != nullptr ? CircularSegmentArea(*edge.arc) : 0.0);
+}
+
+/// Each edge counts with the sense in which it goes round the inside.
+double AreaBySides(std::vector<TEdge> const & edges, COutlineProbe const & probe, double reach)
 {
     double area = 0.0;
     for (TEdge const & edge : edges)
     {
-        // relative to a point of the loop, so that a place far from the origin costs no digits
-        area += SignedTriangleArea(edges.front().start, edge.start, edge.end);
-        area += edge.arc != nullptr ? CircularSegmentArea(*edge.arc) : 0.0;
+        double const part = SignedAreaOf(edge, edges.front().start);
+        area += IsInsideToTheLeft(edge, probe, reach) ? part : -part;
     }
-    return area;
-}
-
-bool IsInLoop(TPoint<double> const & point, Loop const & loop)
-{
-    unsigned int count = 0;
-    for (TEdge const & edge : loop)
-    {
-        count += edge.arc != nullptr ? edge.arc->IntersectWithVerticalProbeLine(point)
-                                     : CPathObjectPolyline(edge.start, edge.end).IntersectWithVerticalProbeLine(point);
-    }
-    return (count & 1U) != 0;
+    return std::fabs(area);
 }
 
 constexpr std::size_t FewEdges = 8;
@@ -212,25 +206,30 @@ bool IsSmallLoop(CPolygon::PathObjects const & outline)
     return true;
 }
 
-/// The area of the points that lie in an odd number of the loops of the outline.
-double OutlineArea(CPolygon::PathObjects const & outline)
+/// The area of the points around which the outline goes an odd number of times. Where some edges have the inside on
+/// the left and others on the right, it consists of loops that touch, or nest, in any sense.
+double OutlineArea(CPolygon const & polygon)
 {
-    if (IsSmallLoop(outline))
+    constexpr std::size_t looks = 64; // at the sides of edges, in any case
+    constexpr std::size_t perLook = 32;
+    auto const & outline = polygon.GetOutline();
+    double const signedArea = SignedOutlineArea(outline);
+    if (outline.empty() || (outline.size() == 1 && outline.front()->IsSingleSegment()))
     {
-        return std::fabs(SignedOutlineArea(outline));
+        return std::fabs(signedArea);
     }
-    std::vector<Loop> const loops = SplitIntoLoops(EdgesOf(outline));
-    double area = 0.0;
-    for (Loop const & loop : loops)
+    std::vector<TEdge> const edges = EdgesOf(outline);
+    CBoundingRect<double> const & r = polygon.GetBoundingRect();
+    double const reach = std::max({std::fabs(r.minX), std::fabs(r.minY), std::fabs(r.maxX), std::fabs(r.maxY)});
+    COutlineProbe probe;
+    probe.Read(polygon);
+    bool isSimple = IsSmallLoop(outline) || !HasRepeatedPoint(edges);
+    std::size_t const step = edges.size() / (looks + edges.size() / perLook) + 1;
+    for (std::size_t i = 0; isSimple && i < edges.size(); i += step)
     {
-        TEdge const & edge = loop.front();
-        TPoint<double> const point =
-            edge.arc != nullptr ? edge.arc->GetInbetweenPoint() : Midpoint(edge.start, edge.end);
-        auto const surrounds = [&](Loop const & other) { return &other != &loop && IsInLoop(point, other); };
-        bool const isGap = std::count_if(loops.begin(), loops.end(), surrounds) % 2 != 0;
-        area += (isGap ? -1.0 : 1.0) * std::fabs(SignedAreaOf(loop));
+        isSimple = IsInsideToTheLeft(edges[i], probe, reach) == (signedArea > 0.0);
     }
-    return area;
+    return isSimple ? std::fabs(signedArea) : AreaBySides(edges, probe, reach);
 }
 
 } // namespace
@@ -318,10 +317,10 @@ double SignedAreaTo(CPathObjectBase const & object, TPoint<double> const & origi
 
 double CPolygon::GetArea() const
 {
-    double area = OutlineArea(m_Outline);
+    double area = OutlineArea(*this);
     for (CPolygon const* hole : GetHoles())
     {
-        area -= OutlineArea(hole->m_Outline);
+        area -= OutlineArea(*hole);
     }
     return area;
 }
@@ -333,7 +332,8 @@ double AreaOf(CPolygon const & ring)
 
 bool IsThinnerThan(CPolygon const & ring, double width)
 {
-    return AreaOf(ring) <= width * LengthOf(ring);
+    double const most = width * LengthOf(ring);
+    return AreaOf(ring) <= most && OutlineArea(ring) <= most; // lobes may wind against each other
 }
 
 bool IsWithoutWidth(CPolygon const & ring)
