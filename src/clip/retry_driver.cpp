@@ -20,7 +20,8 @@ namespace
 
 constexpr int numberOfAttempts = 12;
 constexpr double shiftDivisor = 1e11;
-constexpr double arcReach = 1e15; // one unit in the last place is a tenth here
+constexpr double largestShiftPart = 1.001e-6; // of the smaller side of either polygon
+constexpr double arcReach = 1e15;             // one unit in the last place is a tenth here
 constexpr double powersOfTen[] = {1.0, 10.0, 100.0, 1000.0, 10000.0, 100000.0};
 
 using AddPathHelper = CPolygonClipBase<double>::CAddPathHelper;
@@ -44,6 +45,12 @@ CBoundingRect<double> CommonRect(CBoundingRect<double> const & a, CBoundingRect<
     common.Include(TPoint<double>(std::max(a.minX, b.minX), std::max(a.minY, b.minY)));
     common.Include(TPoint<double>(std::min(a.maxX, b.maxX), std::min(a.maxY, b.maxY)));
     return common;
+}
+
+double SmallerSide(CPolygon const & polygon)
+{
+    CBoundingRect<double> const & rect = polygon.GetBoundingRect();
+    return std::max(std::min(rect.maxX - rect.minX, rect.maxY - rect.minY), 0.0);
 }
 
 /// Offers every valid object of the outline to `add`; `winding` is written if there is one.
@@ -107,7 +114,8 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipBase<T>::RunCoincident(CPo
 }
 
 template <typename T>
-void CPolygonClipBase<T>::ReadPolygons(CPolygon const & first, CPolygon const & second, int attempt)
+void CPolygonClipBase<T>::ReadPolygons(CPolygon const & first, CPolygon const & second, TPoint<double> const & shift,
+                                       int attempt)
 {
     std::unique_ptr<CAddPathHelper> const clipHelper(CreateClipPathHelper());
     std::unique_ptr<CAddPathHelper> const subjectHelper(CreateSubjectPathHelper());
@@ -117,22 +125,29 @@ void CPolygonClipBase<T>::ReadPolygons(CPolygon const & first, CPolygon const & 
         AddPolygonToRing(second, *subjectHelper, m_SubjectWinding);
         return;
     }
-    TPoint<double> const shift = ShiftOfAttempt(first.GetBoundingRect(), attempt);
     m_LargestShift = std::max(m_LargestShift, std::hypot(shift.x, shift.y));
     bool const correct = attempt >= FirstRepairingAttempt;
     AddPerturbedPolygonToRing(first, *clipHelper, m_ClipWinding, shift.x, shift.y, correct);
     AddPerturbedPolygonToRing(second, *subjectHelper, m_SubjectWinding, 0.0, 0.0, correct);
 }
 
+/// Attempt after attempt, with shifts that go by the size of `measure`.
 template <typename T>
-typename CPolygonClipBase<T>::EClipResult CPolygonClipBase<T>::RunAttempts(CPolygon const & first,
-                                                                           CPolygon const & second)
+typename CPolygonClipBase<T>::EClipResult
+CPolygonClipBase<T>::RunAttempts(CPolygon const & first, CPolygon const & second, CPolygon const & measure)
 {
+    double const farthest = largestShiftPart * std::min(SmallerSide(first), SmallerSide(second));
     for (int attempt = 0; attempt < numberOfAttempts; ++attempt)
     {
+        TPoint<double> const shift =
+            attempt > 0 ? ShiftOfAttempt(measure.GetBoundingRect(), attempt) : TPoint<double>();
+        if (std::max(shift.x, shift.y) > farthest)
+        {
+            break; // the smaller one would notice
+        }
         Clear();
         ++m_Attempts;
-        ReadPolygons(first, second, attempt);
+        ReadPolygons(first, second, shift, attempt);
         EClipResult const result = Execute();
         if (result != eClipRetry)
         {
@@ -157,7 +172,8 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipBase<T>::RunAttemptsInFram
     std::unique_ptr<CPolygon> const framedSecond = frame.Enter(second, {});
     double const largestShift = m_LargestShift;
     m_LargestShift = 0.0;
-    EClipResult const result = RunAttempts(*framedFirst, *framedSecond);
+    bool const isFirstSmaller = SmallerSide(first) < SmallerSide(second);
+    EClipResult const result = RunAttempts(*framedFirst, *framedSecond, isFirstSmaller ? *framedFirst : *framedSecond);
     m_LargestShift = std::max(largestShift, m_LargestShift / frame.GetScale());
     if (result == eClipResultReady)
     {
@@ -186,7 +202,7 @@ typename CPolygonClipBase<T>::EClipResult CPolygonClipBase<T>::RunClip(CPolygon 
     EClipResult result = eClipRetry;
     if (!IsArcTooFarOut(first) && !IsArcTooFarOut(second))
     {
-        result = RunAttempts(first, second);
+        result = RunAttempts(first, second, first);
         result = result == eClipRetry ? RunAttemptsInFrame(first, second) : result;
     }
     if (result == eClipRetry)

@@ -165,6 +165,11 @@ struct CPolygonInternals
         }
         source.m_Holes.Clear();
     }
+    static bool SubtractPolygonsCore(CPolygon const & polygon, PolygonVector & result, PolygonRange const & range,
+                                     unsigned int workers)
+    {
+        return polygon.SubtractPolygonsCore(result, range, workers);
+    }
     static void Reverse(CPolygon & polygon) { polygon.ReverseWindingDirection(); }
     static CPolygon::PathObjects & OutlineOf(CPolygon & polygon) { return polygon.m_Outline; }
     static void ClearOutline(CPolygon & polygon) { polygon.ClearOutline(); }

@@ -8,6 +8,7 @@
 #include <deque>
 #include <exception>
 #include <iterator>
+#include <utility>
 
 #include <geometry/thread/thread.h>
 
@@ -388,25 +389,39 @@ bool SubtractInTiles(CPolygon const & subject, PolygonVector & result, PolygonRa
     return CTileJoiner(subject, std::move(shared), grid, tiles, clipper).Join(result);
 }
 
+namespace
+{
+
+bool SubtractMany(CPolygon const & polygon, PolygonVector & pieces, PolygonRange const & range, unsigned int workers,
+                  bool mayUseTiles)
+{
+    if (this_thread::cancellation_requested())
+    {
+        return false;
+    }
+    if (mayUseTiles && !range.empty())
+    {
+        return CPolygonInternals::SubtractPolygonsCore(polygon, pieces, range, workers);
+    }
+    PushPolygon(pieces, std::make_unique<CPolygon>(polygon));
+    std::unique_ptr<Clipper> const clipper(CreateClipper());
+    return range.empty() || SubtractPolygonRange(pieces, range, *clipper) != Clipper::eClipFailed;
+}
+
+} // namespace
+
 bool CPolygon::SubtractPolygons(std::vector<CPolygon*> & result, std::vector<CPolygon const*> const & polygons,
                                 unsigned int workers) const
 {
     PolygonRange range;
     std::copy_if(polygons.begin(), polygons.end(), std::back_inserter(range),
                  [](CPolygon const* polygon) { return polygon != nullptr && !polygon->GetOutline().empty(); });
-    auto const run = [workers](PolygonRange const & first, PolygonRange const & second, PolygonVector & out)
+    bool mayUseTiles = true; // the first time: their seams are what may have gone wrong
+    auto const run = [&](PolygonRange const & first, PolygonRange const & second, PolygonVector & out)
     {
-        CPolygon const & polygon = *first.front();
         OwningPolygonVector pieces;
-        bool isDone = !this_thread::cancellation_requested();
-        if (isDone && second.empty())
-        {
-            PushPolygon(pieces, std::make_unique<CPolygon>(polygon));
-        }
-        else if (isDone)
-        {
-            isDone = polygon.SubtractPolygonsCore(pieces, second, workers) && !this_thread::cancellation_requested();
-        }
+        bool const isDone = SubtractMany(*first.front(), pieces, second, workers, std::exchange(mayUseTiles, false)) &&
+                            !this_thread::cancellation_requested();
         if (!isDone)
         {
             DeletePolygons(pieces);

@@ -128,9 +128,9 @@ protected:
 
 private:
     EClipResult RunCoincident(CPolygon const & second);
-    EClipResult RunAttempts(CPolygon const & first, CPolygon const & second);
+    EClipResult RunAttempts(CPolygon const & first, CPolygon const & second, CPolygon const & measure);
     EClipResult RunAttemptsInFrame(CPolygon const & first, CPolygon const & second);
-    void ReadPolygons(CPolygon const & first, CPolygon const & second, int attempt);
+    void ReadPolygons(CPolygon const & first, CPolygon const & second, TPoint<double> const & shift, int attempt);
 };
 
 extern template class CPolygonClipBase<double>;
