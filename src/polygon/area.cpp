@@ -36,6 +36,23 @@ double AngleMinusSine(double angle)
     return angle * s / 6.0 * (1.0 - s / 20.0 * (1.0 - s / 42.0 * (1.0 - s / 72.0 * (1.0 - s / 110.0))));
 }
 
+/// From start to end, in radians, whichever way it runs.
+double AngleOfArc(CPathObjectArc const & arc)
+{
+    bool const isCounterClockwise = arc.IsCounterClockwise();
+    TPoint<double> const & a = isCounterClockwise ? arc.GetStartPoint() : arc.GetEndPoint();
+    TPoint<double> const & b = isCounterClockwise ? arc.GetEndPoint() : arc.GetStartPoint();
+    if (a == b)
+    {
+        return twoPi;
+    }
+    TPoint<double> const & c = arc.GetCentre();
+    double const ax = a.x - c.x, ay = a.y - c.y;
+    double const bx = b.x - c.x, by = b.y - c.y;
+    double const angle = std::atan2(ax * by - ay * bx, ax * bx + ay * by);
+    return angle < 0.0 ? angle + twoPi : angle;
+}
+
 /// The area between the chord from start to end and the arc, positive for a counter-clockwise arc:
 /// `r * r / 2 * (angle - sin(angle))` with the angle of the sweep.
 double CircularSegmentArea(CPathObjectArc const & arc)
@@ -44,24 +61,14 @@ double CircularSegmentArea(CPathObjectArc const & arc)
     {
         return 0.0;
     }
-    bool const isCounterClockwise = arc.IsCounterClockwise();
-    TPoint<double> const & a = isCounterClockwise ? arc.GetStartPoint() : arc.GetEndPoint();
-    TPoint<double> const & b = isCounterClockwise ? arc.GetEndPoint() : arc.GetStartPoint();
+    TPoint<double> const & a = arc.GetStartPoint();
+    TPoint<double> const & b = arc.GetEndPoint();
     TPoint<double> const & c = arc.GetCentre();
     double const ax = a.x - c.x, ay = a.y - c.y;
     double const bx = b.x - c.x, by = b.y - c.y;
-    double angle = twoPi;
-    if (!(a == b))
-    {
-        angle = std::atan2(ax * by - ay * bx, ax * bx + ay * by);
-        if (angle < 0.0)
-        {
-            angle += twoPi;
-        }
-    }
     double const squareRadius = (ax * ax + ay * ay + bx * bx + by * by) * 0.5;
-    double const area = squareRadius * 0.5 * AngleMinusSine(angle);
-    return isCounterClockwise ? area : -area;
+    double const area = squareRadius * 0.5 * AngleMinusSine(AngleOfArc(arc));
+    return arc.IsCounterClockwise() ? area : -area;
 }
 
 /// One straight segment or one arc of an outline.
@@ -132,43 +139,163 @@ double SignedTriangleArea(TPoint<double> const & origin, TPoint<double> const & 
     return 0.5 * ((p.x - origin.x) * (q.y - origin.y) - (q.x - origin.x) * (p.y - origin.y));
 }
 
-/// Whether the inside of the outline, of which `probe` tells, lies to the left of the edge. An edge of an outline that
-/// doesn't cross itself has it on one side all along, whatever it touches.
-bool IsInsideToTheLeft(TEdge const & edge, COutlineProbe const & probe, double reach)
-{
-    constexpr double part = 1e-7;                  // of the edge
-    constexpr double roundings = 64 * DBL_EPSILON; // of the largest coordinate
-    TPoint<double> at = Midpoint(edge.start, edge.end);
-    TPoint<double> left(edge.start.y - edge.end.y, edge.end.x - edge.start.x);
-    if (edge.arc != nullptr)
-    {
-        TPoint<double> const & centre = edge.arc->GetCentre();
-        at = edge.arc->GetInbetweenPoint();
-        double const sense = edge.arc->IsCounterClockwise() ? 1.0 : -1.0;
-        left = TPoint<double>(sense * (centre.x - at.x), sense * (centre.y - at.y));
-    }
-    double const length = std::sqrt(left.x * left.x + left.y * left.y);
-    double const distance = std::max(part * length, roundings * reach);
-    TPoint<double> const point(at.x + left.x / length * distance, at.y + left.y / length * distance);
-    return probe.Locate(point, 0.0).isInside;
-}
-
 double SignedAreaOf(TEdge const & edge, TPoint<double> const & origin)
 {
     return SignedTriangleArea(origin, edge.start, edge.end) +
            (edge.arc != nullptr ? CircularSegmentArea(*edge.arc) : 0.0);
 }
 
-/// Each edge counts with the sense in which it goes round the inside.
-double AreaBySides(std::vector<TEdge> const & edges, COutlineProbe const & probe, double reach)
+/// Tells on which side of its edges an outline has its inside.
+class CSides
 {
-    double area = 0.0;
-    for (TEdge const & edge : edges)
+public:
+    CSides(CPolygon const & polygon, std::vector<TEdge> const & edges) : m_Edges(edges)
     {
-        double const part = SignedAreaOf(edge, edges.front().start);
-        area += IsInsideToTheLeft(edge, probe, reach) ? part : -part;
+        CBoundingRect<double> const & r = polygon.GetBoundingRect();
+        m_Reach = std::max({std::fabs(r.minX), std::fabs(r.minY), std::fabs(r.maxX), std::fabs(r.maxY)});
+        m_Probe.Read(polygon);
     }
-    return std::fabs(area);
+
+    /// 1 to the left, -1 to the right; 0 where both sides are the same: the outline runs along itself there.
+    int Ask(TEdge const & edge) const
+    {
+        TPoint<double> const & from = edge.start;
+        TPoint<double> at(from.x + place * (edge.end.x - from.x), from.y + place * (edge.end.y - from.y));
+        TPoint<double> left(from.y - edge.end.y, edge.end.x - from.x);
+        if (edge.arc != nullptr)
+        {
+            TPoint<double> const & c = edge.arc->GetCentre();
+            double const sense = edge.arc->IsCounterClockwise() ? 1.0 : -1.0;
+            double const turn = sense * place * AngleOfArc(*edge.arc);
+            double const x = from.x - c.x, y = from.y - c.y;
+            double const scale = edge.arc->GetRadius() / std::sqrt(x * x + y * y); // onto the circle of the arc
+            at = TPoint<double>(c.x + scale * (x * std::cos(turn) - y * std::sin(turn)),
+                                c.y + scale * (x * std::sin(turn) + y * std::cos(turn)));
+            left = TPoint<double>(sense * (c.x - at.x), sense * (c.y - at.y));
+        }
+        double const length = std::sqrt(left.x * left.x + left.y * left.y);
+        double const ex = left.x / length * roundings * m_Reach;
+        double const ey = left.y / length * roundings * m_Reach;
+        bool const isLeft = m_Probe.Locate({at.x + ex, at.y + ey}, 0.0).isInside;
+        bool const isRight = m_Probe.Locate({at.x - ex, at.y - ey}, 0.0).isInside;
+        return isLeft == isRight ? 0 : isLeft ? 1 : -1;
+    }
+
+    /// Some of the edges have the inside on the other side than `side`.
+    bool AreMixed(int side) const
+    {
+        constexpr std::size_t looks = 64; // in any case
+        constexpr std::size_t perLook = 32;
+        std::size_t const step = m_Edges.size() / (looks + m_Edges.size() / perLook) + 1;
+        for (std::size_t i = 0; i < m_Edges.size(); i += step)
+        {
+            if (Ask(m_Edges[i]) == -side)
+            {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    /// Each edge, cut where another part of the outline has a vertex on it, counts with the sense in which it goes round
+    /// the inside, and with `side` where there is none.
+    double SumAreas(int side) const
+    {
+        std::vector<TPoint<double>> vertices;
+        bool hasArc = false;
+        for (TEdge const & edge : m_Edges)
+        {
+            vertices.push_back(edge.start);
+            hasArc = hasArc || edge.arc != nullptr;
+        }
+        std::sort(vertices.begin(), vertices.end(), [](auto const & p, auto const & q) { return p.x < q.x; });
+        double const room = 1e-9 * m_Reach + (hasArc ? 0.05 : 0.0); // a cut too many does no harm
+        double area = 0.0;
+        for (TEdge const & edge : m_Edges)
+        {
+            ForEachPart(edge, vertices, room,
+                        [&](TEdge const & part)
+                        {
+                            int const found = Ask(part);
+                            area += (found != 0 ? found : side) * SignedAreaOf(part, m_Edges.front().start);
+                        });
+        }
+        return std::fabs(area);
+    }
+
+private:
+    static constexpr double place = 0.38196601125010515;    // along an edge: where symmetric shapes seldom touch
+    static constexpr double roundings = 64.0 * DBL_EPSILON; // of the largest coordinate
+
+    template <typename Visit>
+    static void ForEachPart(TEdge const & edge, std::vector<TPoint<double>> const & vertices, double room,
+                            Visit const & visit);
+
+    std::vector<TEdge> const & m_Edges;
+    COutlineProbe m_Probe;
+    double m_Reach;
+};
+
+/// How far along the edge the point lies: a number that grows from its start to its end. Not from 0 to 1, if the point
+/// isn't on the edge.
+double PlaceOn(TEdge const & edge, TPoint<double> const & point, double room)
+{
+    constexpr double nowhere = -1.0;
+    if (edge.arc != nullptr)
+    {
+        TPoint<double> const & c = edge.arc->GetCentre();
+        if (std::fabs(std::sqrt(SquareDistance(point, c)) - edge.arc->GetRadius()) > room)
+        {
+            return nowhere;
+        }
+        double const ax = edge.start.x - c.x, ay = edge.start.y - c.y;
+        double const px = point.x - c.x, py = point.y - c.y;
+        double const sense = edge.arc->IsCounterClockwise() ? 1.0 : -1.0;
+        double const angle = sense * std::atan2(ax * py - ay * px, ax * px + ay * py);
+        return (angle < 0.0 ? angle + twoPi : angle) / AngleOfArc(*edge.arc);
+    }
+    double const dx = edge.end.x - edge.start.x, dy = edge.end.y - edge.start.y;
+    double const square = dx * dx + dy * dy;
+    double const px = point.x - edge.start.x, py = point.y - edge.start.y;
+    double const cross = dx * py - dy * px;
+    return cross * cross > room * room * square ? nowhere : (dx * px + dy * py) / square;
+}
+
+template <typename Visit>
+void CSides::ForEachPart(TEdge const & edge, std::vector<TPoint<double>> const & vertices, double room,
+                         Visit const & visit)
+{
+    CBoundingRect<double> rect =
+        edge.arc != nullptr ? edge.arc->GetBoundingRect() : CBoundingRect<double>(edge.start, edge.end);
+    rect.Inflate(room);
+    std::vector<std::pair<double, TPoint<double>>> cuts;
+    auto vertex = std::lower_bound(vertices.begin(), vertices.end(), rect.minX,
+                                   [](TPoint<double> const & p, double x) { return p.x < x; });
+    for (; vertex != vertices.end() && vertex->x <= rect.maxX; ++vertex)
+    {
+        double const at = rect.ContainsPoint(vertex->x, vertex->y) ? PlaceOn(edge, *vertex, room) : -1.0;
+        if (at > 0.0 && at < 1.0 && !(*vertex == edge.start) && !(*vertex == edge.end))
+        {
+            cuts.emplace_back(at, *vertex);
+        }
+    }
+    std::sort(cuts.begin(), cuts.end(), [](auto const & p, auto const & q) { return p.first < q.first; });
+    cuts.emplace_back(1.0, edge.end);
+    TPoint<double> from = edge.start;
+    for (auto const & [at, to] : cuts)
+    {
+        if (edge.arc == nullptr || cuts.size() == 1)
+        {
+            visit(TEdge{from, to, edge.arc});
+        }
+        else if (!(from == to))
+        {
+            CPathObjectArc const part(from, to, edge.arc->GetCentre(), edge.arc->IsCounterClockwise(),
+                                      edge.arc->GetRadius());
+            visit(TEdge{from, to, &part});
+        }
+        from = to;
+    }
 }
 
 constexpr std::size_t FewEdges = 8;
@@ -210,26 +337,17 @@ bool IsSmallLoop(CPolygon::PathObjects const & outline)
 /// the left and others on the right, it consists of loops that touch, or nest, in any sense.
 double OutlineArea(CPolygon const & polygon)
 {
-    constexpr std::size_t looks = 64; // at the sides of edges, in any case
-    constexpr std::size_t perLook = 32;
     auto const & outline = polygon.GetOutline();
     double const signedArea = SignedOutlineArea(outline);
-    if (outline.empty() || (outline.size() == 1 && outline.front()->IsSingleSegment()))
+    std::vector<TEdge> const edges = EdgesOf(outline);
+    if (edges.size() < 2)
     {
         return std::fabs(signedArea);
     }
-    std::vector<TEdge> const edges = EdgesOf(outline);
-    CBoundingRect<double> const & r = polygon.GetBoundingRect();
-    double const reach = std::max({std::fabs(r.minX), std::fabs(r.minY), std::fabs(r.maxX), std::fabs(r.maxY)});
-    COutlineProbe probe;
-    probe.Read(polygon);
-    bool isSimple = IsSmallLoop(outline) || !HasRepeatedPoint(edges);
-    std::size_t const step = edges.size() / (looks + edges.size() / perLook) + 1;
-    for (std::size_t i = 0; isSimple && i < edges.size(); i += step)
-    {
-        isSimple = IsInsideToTheLeft(edges[i], probe, reach) == (signedArea > 0.0);
-    }
-    return isSimple ? std::fabs(signedArea) : AreaBySides(edges, probe, reach);
+    int const side = signedArea > 0.0 ? 1 : -1;
+    CSides const sides(polygon, edges);
+    bool const isSimple = (IsSmallLoop(outline) || !HasRepeatedPoint(edges)) && !sides.AreMixed(side);
+    return isSimple ? std::fabs(signedArea) : sides.SumAreas(side);
 }
 
 } // namespace
