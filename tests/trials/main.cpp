@@ -176,16 +176,23 @@ bool PrintTable(TSettings const & settings, TShared const & shared)
 
 int Usage()
 {
-    std::fprintf(stderr,
-                 "truearc_trials [--family NAME|all] [--seed S] [--count TRIALS | --operations N] [--only SEED]\n"
-                 "               [--size SIZE] [--away DISTANCE] [--dump] [--workers N] [--seconds N]\n"
-                 "families:");
+    std::fprintf(
+        stderr,
+        "truearc_trials [--family NAME,NAME...|all] [--seed S] [--count TRIALS | --operations N] [--only SEED]\n"
+        "               [--size SIZE] [--away DISTANCE] [--dump] [--workers N] [--seconds N]\n"
+        "families:");
     for (TFamily const & family : AllFamilies())
     {
         std::fprintf(stderr, " %s", family.name);
     }
     std::fprintf(stderr, "\n");
     return 2;
+}
+
+/// `list`: names between commas.
+bool IsListed(std::string const & list, std::string const & name)
+{
+    return (',' + list + ',').find(',' + name + ',') != std::string::npos;
 }
 
 bool Read(int argc, char** argv, TSettings & settings)
@@ -203,7 +210,7 @@ bool Read(int argc, char** argv, TSettings & settings)
         if (i + 1 == argc) return false;
         std::string const value = argv[++i];
         if (word == "--family" && value != "all")
-            std::erase_if(settings.families, [&](TFamily const & family) { return value != family.name; });
+            std::erase_if(settings.families, [&](TFamily const & family) { return !IsListed(value, family.name); });
         else if (word == "--seed")
             settings.firstSeed = std::strtoull(value.c_str(), nullptr, 10);
         else if (word == "--count")

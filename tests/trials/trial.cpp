@@ -237,7 +237,7 @@ bool CTrial::SubtractMany(CPolygon const & board, Polygons const & polygons, uns
     CPolygon::m_GroupingAmount = grouping;
     char const* const name = grouping > polygons.size() ? "SubtractPolygons(untiled)"
                              : workers == 1             ? "SubtractPolygons(tiled)"
-                                                        : "SubtractPolygons(tiled, workers)";
+                                                        : "SubtractPolygons(tiled,workers)";
     bool const isRight = Judge(
         name, scene, InFirstOnly, [&](Results & pieces) { return board.SubtractPolygons(pieces, polygons, workers); },
         {&board}, polygons, result);

@@ -26,10 +26,10 @@ TSpot Snapped(TSpot const & p, double grid)
     return {grid * std::round(p.x / grid), grid * std::round(p.y / grid)};
 }
 
-/// Adds one chain of tracks, with a pad at its end.
-void AddChain(CRandom & random, double unit, TSpot at, double extent, std::vector<Ring> & rings)
+/// Adds one chain of tracks, with a pad at its end. `longest`: the length of a track.
+void AddChain(CRandom & random, double unit, TSpot at, double extent, double longest, std::vector<Ring> & rings)
 {
-    double const grid = 0.25 * unit;
+    double const grid = random.Pick({0.25, 1e-5}) * unit; // the finer one keeps eighths of a turn exact, too
     double const radius = random.Pick({0.1, 0.15, 0.2, 0.3, 0.4016, 1.0}) * unit;
     bool const isOnGrid = random.Chance(0.6);
     bool const isEighths = random.Chance(0.6);
@@ -39,7 +39,7 @@ void AddChain(CRandom & random, double unit, TSpot at, double extent, std::vecto
     for (int i = 0; i < count; ++i)
     {
         direction += isEighths ? 0.25 * Pi * random.Int(-2, 2) : random.Real(-2.0, 2.0);
-        double const length = random.Chance(0.1) ? random.Scale(1e-5, 0.1) * unit : random.Scale(0.1, 12.0) * unit;
+        double const length = random.Chance(0.1) ? random.Scale(1e-5, 0.1) * unit : random.Scale(0.1, longest) * unit;
         TSpot to = at + Polar(length, direction);
         if (isOnGrid) to = Snapped(to, grid);
         bool const isOut = std::abs(to.x) > extent || std::abs(to.y) > extent;
@@ -61,6 +61,22 @@ void AddChain(CRandom & random, double unit, TSpot at, double extent, std::vecto
     }
 }
 
+/// Many short tracks about a border of the tiles that large subtractions work in: those begin at the lower left corner
+/// of all cutters, which a disc keeps, and have a fixed side.
+void AddChainsAtBorder(CRandom & random, double unit, double extent, std::vector<Ring> & rings)
+{
+    constexpr double TileSide = 24e6;
+    double const keeper = 1.2 * unit;
+    rings.push_back(Disc({-extent, -extent}, keeper, Pi));
+    double const border = -extent - keeper + TileSide * random.Int(1, std::max(1, static_cast<int>(extent / 12e6)));
+    for (int chains = random.Int(3, 10); chains > 0; --chains)
+    {
+        TSpot at = {border + random.Real(-1.5, 1.5) * unit, random.Real(-extent, extent)};
+        if (random.Chance(0.5)) at = {at.y, at.x};
+        AddChain(random, unit, at, extent, 2.0, rings);
+    }
+}
+
 } // namespace
 
 void Boards(CTrial & trial)
@@ -73,8 +89,9 @@ void Boards(CTrial & trial)
     std::vector<Ring> rings;
     for (int chains = random.Int(1, 6); chains > 0; --chains)
     {
-        AddChain(random, unit, {random.Real(-extent, extent), random.Real(-extent, extent)}, extent, rings);
+        AddChain(random, unit, {random.Real(-extent, extent), random.Real(-extent, extent)}, extent, 12.0, rings);
     }
+    if (trial.size > 2e7 && extent > 1.2e7 && random.Chance(0.8)) AddChainsAtBorder(random, unit, extent, rings);
     for (int vias = random.Int(0, 5); vias > 0; --vias)
     {
         TSpot const at = {random.Real(-extent, extent), random.Real(-extent, extent)};

@@ -143,14 +143,13 @@ void Grids(CTrial & trial)
     Results merged;
     Results rest;
     trial.MergeMany(Listed(figures), merged);
-    Polygons const cutters = Listed(merged);
     Owned const board = trial.Make(Rect({-1.0 * unit, -1.0 * unit}, {21.0 * unit, 21.0 * unit}));
-    trial.SubtractMany(*board, Listed(figures), random.Chance(0.5) ? 1 : 1000000, 1, rest);
+    bool const isRight = trial.SubtractMany(*board, Listed(figures), random.Chance(0.5) ? 1 : 1000000, 1, rest);
     if (random.Chance(0.3)) trial.AddHoles(*board, Listed(figures));
     if (random.Chance(0.3)) trial.Distances(a, b);
     if (random.Chance(0.3)) trial.Tile(a);
     if (!mayTouch) trial.Area(a);
-    if (!rest.empty() && random.Chance(0.5)) trial.Booleans(*rest.front(), a);
+    if (isRight && !rest.empty() && random.Chance(0.5)) trial.Booleans(*rest.front(), a);
 }
 
 void Plain(CTrial & trial)
@@ -203,8 +202,8 @@ void Pinched(CTrial & trial)
     if (!trial.Boolean(0, *plate, *bores.front(), rest) || rest.empty()) return;
     trial.Booleans(*rest.front(), *b);
     Results many;
-    trial.SubtractMany(*plate, Listed(bores), random.Chance(0.5) ? 1 : 1000000, 1, many);
-    if (!many.empty()) trial.Booleans(*many.front(), *bores.back());
+    bool const isRight = trial.SubtractMany(*plate, Listed(bores), random.Chance(0.5) ? 1 : 1000000, 1, many);
+    if (isRight && !many.empty()) trial.Booleans(*many.front(), *bores.back());
     Results merged;
     bores.push_back(std::make_unique<CPolygon>(*plate));
     trial.MergeMany(Listed(bores), merged);

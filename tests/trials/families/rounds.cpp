@@ -29,6 +29,37 @@ Owned TakeLargest(Results & result)
     return taken;
 }
 
+/// A shape that shares something with another: it begins, or has its centre, in a vertex or in the centre of an arc, and
+/// may have the radius of that arc.
+Ring Related(CTrial & trial, CPolygon const & shape)
+{
+    CRandom & random = trial.random;
+    auto const & outline = shape.GetOutline();
+    geometry::CPathObjectBase const* object = outline[random.Next() % outline.size()];
+    auto const* arc = dynamic_cast<geometry::CPathObjectArc const*>(object);
+    bool const isAtCentre = arc != nullptr && random.Chance(0.5);
+    geometry::TPoint<double> const point = isAtCentre ? arc->GetCentre() : object->GetStartPoint();
+    TSpot const at = TSpot{point.x, point.y} - trial.GetPlace();
+    double const own = trial.size * random.Scale(0.01, 0.3);
+    double const radius =
+        arc != nullptr && random.Chance(0.6) && arc->GetRadius() < trial.size ? arc->GetRadius() : own;
+    double const angle = random.Chance(0.5) ? 0.5 * Pi * random.Int(0, 3) : random.Angle();
+    TSpot const to = at + Polar(trial.size * random.Real(0.1, 0.5), angle);
+    switch (random.Int(0, 4))
+    {
+    case 0:
+        return Disc(at, radius, angle, random.Int(1, 4));
+    case 1:
+        return Stadium(at, to, radius);
+    case 2:
+        return Sector(at, radius, angle, angle + random.Real(0.3, 5.5));
+    case 3:
+        return Turned(Rect(at, at + TSpot{own, 0.5 * own}), angle, at);
+    default:
+        return Moved(Gear({}, 0.7 * radius, radius, random.Int(4, 12), angle), at);
+    }
+}
+
 /// A ring whose arcs are cut into `parts` each.
 Ring Divided(Ring const & ring, int parts)
 {
@@ -136,7 +167,8 @@ void Chains(CTrial & trial)
         TSpot at = {random.Real(-0.6, 0.6) * trial.size, random.Real(-0.6, 0.6) * trial.size};
         double const grid = 0.125 * trial.size;
         if (random.Chance(0.4)) at = {grid * std::round(at.x / grid), grid * std::round(at.y / grid)};
-        Owned const other = trial.Make(AnyRing(random, at, trial.size * random.Scale(0.05, 0.7)));
+        Ring const any = AnyRing(random, at, trial.size * random.Scale(0.05, 0.7));
+        Owned const other = trial.Make(random.Chance(0.5) ? any : Related(trial, *shape));
         Results result;
         if (!trial.Boolean(random.Pick({0, 0, 0, 1, 2, 3, 3, 3, 3, 4}), *shape, *other, result)) return;
         Owned next = TakeLargest(result);
@@ -151,15 +183,14 @@ void Grown(CTrial & trial)
     double const amount = trial.size * random.Scale(0.002, 0.2);
     Results grown;
     Results shrunk;
-    trial.Grow(*shape, amount, grown);
-    trial.Grow(*shape, -amount, shrunk);
-    if (!grown.empty()) trial.Booleans(*grown.front(), *shape);
-    if (!shrunk.empty()) trial.Booleans(*shape, *shrunk.front());
-    if (!grown.empty() && !shrunk.empty() && random.Chance(0.3)) trial.Booleans(*grown.front(), *shrunk.front());
-    if (grown.empty() || random.Chance(0.7)) return;
+    bool const isGrown = trial.Grow(*shape, amount, grown) && !grown.empty();
+    bool const isShrunk = trial.Grow(*shape, -amount, shrunk) && !shrunk.empty();
+    if (isGrown) trial.Booleans(*grown.front(), *shape);
+    if (isShrunk) trial.Booleans(*shape, *shrunk.front());
+    if (isGrown && isShrunk && random.Chance(0.3)) trial.Booleans(*grown.front(), *shrunk.front());
+    if (!isGrown || random.Chance(0.7)) return;
     Results back;
-    trial.Grow(*grown.front(), -amount, back);
-    if (!back.empty()) trial.Booleans(*shape, *back.front());
+    if (trial.Grow(*grown.front(), -amount, back) && !back.empty()) trial.Booleans(*shape, *back.front());
 }
 
 void NearCopies(CTrial & trial)
