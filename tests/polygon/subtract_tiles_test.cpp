@@ -215,7 +215,7 @@ TEST(SubtractTiles, UserInfosAreClonedAsOftenAsTheyAlwaysWere)
     auto const board = MakeSmallBoard();
     long const before = CCountedInfo::cloned;
     Subtract(*board, 1);
-    EXPECT_EQ(CCountedInfo::cloned - before, 1851);
+    EXPECT_EQ(CCountedInfo::cloned - before, 1929);
 }
 
 TEST(SubtractTiles, RequestToStopAtAnyMomentEndsAllWorkersAndStaysPending)
