@@ -261,6 +261,19 @@ double PlaceOn(TEdge const & edge, TPoint<double> const & point, double room)
     return cross * cross > room * room * square ? nowhere : (dx * px + dy * py) / square;
 }
 
+/// The point of the edge next to one that lies on it within some room, at the place `at`.
+TPoint<double> PointOn(TEdge const & edge, double at, TPoint<double> const & point)
+{
+    if (edge.arc == nullptr)
+    {
+        return TPoint<double>(edge.start.x + at * (edge.end.x - edge.start.x),
+                              edge.start.y + at * (edge.end.y - edge.start.y));
+    }
+    TPoint<double> const & c = edge.arc->GetCentre();
+    double const scale = edge.arc->GetRadius() / std::sqrt(SquareDistance(point, c));
+    return TPoint<double>(c.x + scale * (point.x - c.x), c.y + scale * (point.y - c.y));
+}
+
 template <typename Visit>
 void CSides::ForEachPart(TEdge const & edge, std::vector<TPoint<double>> const & vertices, double room,
                          Visit const & visit)
@@ -276,7 +289,7 @@ void CSides::ForEachPart(TEdge const & edge, std::vector<TPoint<double>> const &
         double const at = rect.ContainsPoint(vertex->x, vertex->y) ? PlaceOn(edge, *vertex, room) : -1.0;
         if (at > 0.0 && at < 1.0 && !(*vertex == edge.start) && !(*vertex == edge.end))
         {
-            cuts.emplace_back(at, *vertex);
+            cuts.emplace_back(at, PointOn(edge, at, *vertex));
         }
     }
     std::sort(cuts.begin(), cuts.end(), [](auto const & p, auto const & q) { return p.first < q.first; });
